@@ -1,0 +1,28 @@
+#pragma once
+// One prompt of the system, described as data: message, buttons, options,
+// title, control specifications with their values, and the lists of the
+// list, combo and grid controls. A host renders it and fills in the answer.
+#include <string>
+#include <vector>
+
+namespace tav {
+
+struct MessageRequest {
+    std::string message;       // lines joined with CR (character 13)
+    std::string buttons;       // "|" list of captions, or a standard number as text ("0".."5")
+    std::string options;       // the option string
+    std::string title;
+    std::vector<std::string> ctlSpecs;             // "<Type>|~~|<Spec>" a control; index 0 unused
+    std::vector<std::string> values;               // parallel to ctlSpecs; entry 0 is the key data
+    std::vector<std::vector<std::string>> lists;   // lists[control][row]
+};
+
+// The answer to a request: the button pressed (from 1), or -2 when a key hid
+// the box. Values and lists are edited in place in the request.
+class MessageHost {
+public:
+    virtual ~MessageHost() = default;
+    virtual int show(MessageRequest& request) = 0;
+};
+
+}  // namespace tav
