@@ -5,6 +5,7 @@ namespace tav::cli {
 namespace {
 const Command kCommands[] = {
     {"ini", &runIni},
+    {"view", &runView},
 };
 }
 

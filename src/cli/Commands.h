@@ -23,5 +23,6 @@ struct Command {
 const Command* findCommand(const std::string& name);
 
 int runIni(const CommandContext& ctx);
+int runView(const CommandContext& ctx);
 
 }  // namespace tav::cli
