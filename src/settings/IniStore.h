@@ -77,9 +77,6 @@ public:
     void put(std::string_view section, std::string_view entry, std::string_view value, std::string& file);
     void put(std::string_view section, std::string_view entry, std::string_view value,
              std::string_view file = kAutoFile);
-    void put(std::string_view section, std::string_view entry, const char* value, std::string_view file = kAutoFile) {
-        put(section, entry, std::string_view(value), file);
-    }
     void putNumber(std::string_view section, std::string_view entry, double value, std::string_view file = kAutoFile);
 
     void eraseEntry(std::string_view section, std::string_view entry, std::string_view file = kAutoFile);
