@@ -8,7 +8,7 @@
 
 namespace tav {
 
-std::optional<double> leadingNumber(std::string_view text) {
+std::optional<double> numberAtStart(std::string_view text) {
     size_t i = 0;
     while (i < text.size() && (text[i] == ' ' || text[i] == '\t')) ++i;
     if (i + 1 < text.size() && text[i] == '&') {

@@ -94,7 +94,7 @@ int IniStore::altIndexOf(std::string_view section, std::string_view entry, const
     auto v = service_.read(r.path, altSection, entry);
     if (!v) v = service_.read(r.path, altSection, kAltPrefix);
     if (!v) return 0;
-    return static_cast<int>(leadingNumber(*v).value_or(0));
+    return static_cast<int>(numberAtStart(*v).value_or(0));
 }
 
 std::string IniStore::holderOf(std::string_view section, std::string_view entry, const Resolved& r) {
@@ -139,7 +139,7 @@ std::string IniStore::get(std::string_view section, std::string_view entry, std:
     Resolved r = resolve(section, file);
     if (!startsWithFolded(entry, kSplitPrefix)) {
         if (auto count = readStored(section, countName(entry), r)) {
-            auto n = leadingNumber(decodeIniValue(*count));
+            auto n = numberAtStart(decodeIniValue(*count));
             if (n && *n >= 0 && *n != kNotFoundNumber) {
                 std::string all;
                 for (int i = 0; i <= static_cast<int>(*n); ++i) {
@@ -167,7 +167,7 @@ int IniStore::getInt(std::string_view section, std::string_view entry, std::stri
     if (quiet) missingMode = kMissingNotFound;
     std::string v = get(section, entry, file);
     if (quiet && v == kNotFoundText) return kept == kMissingNotFound ? kNotFoundNumber : 0;
-    double d = leadingNumber(v).value_or(0);
+    double d = numberAtStart(v).value_or(0);
     return static_cast<int>(std::clamp(std::round(d), -2147483648.0, 2147483647.0));
 }
 
@@ -177,7 +177,7 @@ double IniStore::getNum(std::string_view section, std::string_view entry, std::s
     if (quiet) missingMode = kMissingNotFound;
     std::string v = get(section, entry, file);
     if (v == kNotFoundText) return kept == kMissingNotFound || !quiet ? kNotFoundNumber : 0;
-    return leadingNumber(v).value_or(0);
+    return numberAtStart(v).value_or(0);
 }
 
 bool IniStore::getBool(std::string_view section, std::string_view entry, std::string_view file) {
@@ -206,7 +206,7 @@ void IniStore::checkNames(std::string_view section, std::string_view entry) {
 int IniStore::pieceCount(std::string_view section, std::string_view entry, std::string& spec) {
     auto v = readStored(section, countName(entry), resolve(section, spec));
     if (!v) return -1;
-    auto n = leadingNumber(decodeIniValue(*v));
+    auto n = numberAtStart(decodeIniValue(*v));
     if (!n || *n < 0 || *n == kNotFoundNumber) return -1;
     return static_cast<int>(*n);
 }
