@@ -16,7 +16,7 @@ bool EngineSession::open(const std::string& explicitDataDir) {
             return false;
         }
         ini_.setDataDir(dir.dataDir);
-        files_ = openDataFiles(ini_);
+        files_ = openDataFiles(ini_, false);
         return true;
     } catch (const AppError& e) {
         err_ << "tavelo: " << e.what() << " (error " << e.number() << ")\n";

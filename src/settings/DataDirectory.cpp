@@ -126,7 +126,7 @@ DataDirResult locateDataDir(IniStore& ini, const DataLocations& where, const std
     return result;
 }
 
-OpenedFiles openDataFiles(IniStore& ini) {
+OpenedFiles openDataFiles(IniStore& ini, bool firstRunSteps) {
     OpenedFiles files;
     files.mainIni = ini.qualify("Tavelo.ini");
     std::string mainSpec = files.mainIni;
@@ -160,7 +160,7 @@ OpenedFiles openDataFiles(IniStore& ini) {
 
     // Written false before anything that can fail, so a crash in the first
     // start does not run the first-run steps again.
-    if (ini.mode(kMissingEmpty).getBool("Main", "FirstRunAfterSetup", mainSpec)) {
+    if (firstRunSteps && ini.mode(kMissingEmpty).getBool("Main", "FirstRunAfterSetup", mainSpec)) {
         ini.put("Main", "FirstRunAfterSetup", "0", mainSpec);
         files.firstRun = true;
     }

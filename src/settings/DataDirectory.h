@@ -46,6 +46,8 @@ struct OpenedFiles {
     bool firstRun = false;        // FirstRunAfterSetup was true (and is now written false)
 };
 
-OpenedFiles openDataFiles(IniStore& ini);
+// A headless command passes firstRunSteps false, so that it leaves the
+// first-run steps to the desktop program's first start.
+OpenedFiles openDataFiles(IniStore& ini, bool firstRunSteps = true);
 
 }  // namespace tav
