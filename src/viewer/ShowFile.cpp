@@ -1,0 +1,77 @@
+#include "viewer/ShowFile.h"
+
+#include <filesystem>
+#include <memory>
+
+#include "core/Utf8.h"
+#include "viewer/FileBlockReader.h"
+#include "viewer/PlainText.h"
+
+namespace tav {
+
+namespace {
+
+void tell(MessageHost& host, const std::string& text) {
+    MessageRequest m;
+    m.message = text;
+    m.buttons = "0";
+    m.options = "Esc=1|";
+    host.show(m);
+}
+
+bool isDirectoryName(const std::string& pafn) {
+    if (!pafn.empty() && (pafn.back() == '\\' || pafn.back() == '/')) return true;
+    std::error_code ec;
+    return !pafn.empty() && std::filesystem::is_directory(pafn, ec);
+}
+
+}  // namespace
+
+const char* kindName(TextKind kind) { return kind == TextKind::Plain ? "Plain" : "Raw"; }
+
+ShowFileResult showFile(TextView& view, const ShownText& shown, int64_t startByte, MessageHost& host,
+                        const ShowFileOptions& options) {
+    ShowFileResult result;
+    const std::string& name = shown.pafn;
+    const std::string kind = kindName(shown.kind);
+    if (isDirectoryName(name)) {
+        tell(host, "File for current line in file list is a directory. Show not done. File Name >>" + name + "<<");
+        return result;
+    }
+    result.busyStatus = "Show " + kind + " text. <<>>" + name;
+
+    bool ok = false;
+    const int64_t length = fileLengthOf(name);
+    if (length == 0) {
+        view.showFixedText("<empty file>", 0);
+        ok = true;
+    } else if (shown.kind == TextKind::Plain && length > 0) {
+        FileRead r = readFileBytes(name, 1, options.plainSourceLimit);
+        if (!r.ok()) {
+            tell(host, r.error);
+        } else {
+            result.plainCut = r.truncated;
+            auto source = std::make_shared<MemoryTextSource>(name, plainTextOf(r.bytes), "Plain");
+            if (source->length() == 0) {
+                view.showFixedText("", 0);
+                ok = true;
+            } else {
+                ok = view.show(source, startByte);
+            }
+        }
+    } else {
+        ok = view.show(std::make_shared<FileTextSource>(name, options.removeBlank), startByte);
+    }
+    if (!ok) {
+        tell(host, "Error from Windows. Cannot read title\r" + kind + " text from " + name);
+        return result;
+    }
+    result.shown = true;
+    std::string title = shown.title.empty() ? name : shown.title;
+    if (options.maxTitleInStatus > 0 && utf8Length(title) > options.maxTitleInStatus)
+        title.resize(utf8Offset(title, options.maxTitleInStatus));
+    result.status = kind + " text from " + title;
+    return result;
+}
+
+}  // namespace tav

@@ -1,0 +1,44 @@
+#pragma once
+// Showing a file in a text view: as plain text (markup taken out) or raw
+// text (the bytes as they are), with the messages and status texts that go
+// with it.
+#include <cstdint>
+#include <string>
+
+#include "core/MessageRequest.h"
+#include "viewer/TextView.h"
+
+namespace tav {
+
+enum class TextKind { Plain, Raw };
+
+// "Plain" or "Raw", as shown in messages and kept with the view.
+const char* kindName(TextKind kind);
+
+// The plain text is made in memory from at most this many bytes of the file.
+inline constexpr int64_t kPlainSourceLimit = 32 * 1024 * 1024;
+
+struct ShowFileOptions {
+    bool removeBlank = false;        // `Show Raw remove blank`
+    size_t maxTitleInStatus = 80;    // `Text - max len title in status bar`
+    int64_t plainSourceLimit = kPlainSourceLimit;
+};
+
+// What a view shows, kept for Show Info and the hex dump.
+struct ShownText {
+    std::string pafn;
+    TextKind kind = TextKind::Raw;
+    std::string title;  // empty for a file with none
+};
+
+struct ShowFileResult {
+    bool shown = false;
+    std::string busyStatus;  // for the status line while the file is read
+    std::string status;      // for the status bar afterwards; empty after a failure
+    bool plainCut = false;   // the plain text was made from the file's first part only
+};
+
+ShowFileResult showFile(TextView& view, const ShownText& shown, int64_t startByte, MessageHost& host,
+                        const ShowFileOptions& options = {});
+
+}  // namespace tav
