@@ -1,0 +1,261 @@
+#include "content/ContentExtractor.h"
+
+#include <new>
+
+#include "content/DisplayText.h"
+#include "content/Tidy.h"
+
+namespace tav {
+
+namespace {
+
+std::size_t toSize(std::int64_t v) { return v > 0 ? static_cast<std::size_t>(v) : 0; }
+
+// A finished list in its cell: items joined by the list separator, tidied.
+void listCell(std::string& cell, const std::vector<std::string>& items, const std::string& separator) {
+    std::string joined;
+    for (std::size_t i = 0; i < items.size(); ++i) {
+        if (i > 0) joined.append(separator);
+        joined.append(items[i]);
+    }
+    cell = joined.empty() ? std::string() : Tidy(toDisplayText(joined), 0, 1, true);
+}
+
+}  // namespace
+
+void ContentExtractor::configure(const ContentSpec& spec) {
+    spec_ = spec;
+    const ContentColumns& c = spec_.columns;
+    const DissectOptions& o = spec_.options;
+    titleOn_ = c.title || !c.spanCols.empty();
+    HtmlScanner::Wants wants;
+    wants.tags = c.htmlTags;
+    wants.meta = c.metaTags;
+    wants.www = c.www;
+    wants.mail = c.mail;
+    wants.blocks = spec_.keepScriptsAndTagText;
+    plain_.configure(c.firstPlain ? toSize(o.PBytF) : 0, c.lastPlain ? toSize(o.PBytL) : 0,
+                     spec_.keepAllPlainText, o.MaxLenPTTT, &spec_.skipList);
+    scanner_.configure(o, wants, spec_.wwwEndChars, spec_.mailEndChars, plain_.wanted() ? &plain_ : nullptr);
+    scannerOn_ = scanner_.needed();
+    span_.configure(c.spanCols);
+    if (o.Only1stPart) {
+        limit_ = o.Only1stByt > 0 ? o.Only1stByt : INT64_MAX;
+        sectionsGoOn_ = false;
+    } else {
+        limit_ = kSectionBytes;
+        sectionsGoOn_ = true;
+    }
+    lastCap_ = c.lastBytes ? toSize(o.BytL) * 8 : 0;
+}
+
+bool ContentExtractor::needsContent() const {
+    const ContentColumns& c = spec_.columns;
+    return titleOn_ || scannerOn_ || c.firstBytes || c.lastBytes || c.firstPlain || c.lastPlain;
+}
+
+void ContentExtractor::beginFile(std::string_view fileName, std::int64_t fileSize) {
+    fileName_.assign(fileName.data(), fileName.size());
+    fileSize_ = fileSize;
+    done_ = finished_ = false;
+    sectionIndex_ = 0;
+    sectionStart_ = sectionFed_ = 0;
+    sectionFull_ = false;
+    lastAngle_ = 0;
+    ltPos_ = 0;
+    ltTail_.clear();
+    firstChunk_.clear();
+    lastBytes_.clear();
+    titleText_.clear();
+    errorCount_ = 0;
+    lastError_.clear();
+    cells_.errors.clear();
+    trackAngles_ = sectionsGoOn_ && (fileSize < 0 || fileSize > limit_);
+    try {
+        if (titleOn_) title_.begin();
+        plain_.begin();
+        if (scannerOn_) scanner_.beginFile();
+        span_.beginFile();
+        span_.beginSection(0);
+    } catch (const std::bad_alloc&) {
+        noteError("Out of memory");
+    }
+}
+
+void ContentExtractor::noteError(const char* what) {
+    ++errorCount_;
+    lastError_ = what;
+}
+
+void ContentExtractor::trackAngles(std::string_view part) {
+    std::size_t k = part.size();
+    while (k > 0 && part[k - 1] != '<' && part[k - 1] != '>') --k;
+    if (k == 0) {
+        if (lastAngle_ == '<') ltTail_.append(part);
+        return;
+    }
+    if (part[k - 1] == '>') {
+        lastAngle_ = '>';
+        ltTail_.clear();
+    } else {
+        lastAngle_ = '<';
+        ltPos_ = sectionStart_ + sectionFed_ + static_cast<std::int64_t>(k - 1);
+        ltTail_.assign(part.data() + k - 1, part.size() - (k - 1));
+    }
+}
+
+void ContentExtractor::feedSection(std::string_view part) {
+    if (part.empty()) return;
+    if (sectionIndex_ == 0 && spec_.columns.firstBytes && firstChunk_.size() < kFirstChunkBytes) {
+        const std::size_t n = part.size() < kFirstChunkBytes - firstChunk_.size() ? part.size()
+                                                                                   : kFirstChunkBytes - firstChunk_.size();
+        firstChunk_.append(part.data(), n);
+    }
+    if (lastCap_ > 0) {
+        if (part.size() >= lastCap_) {
+            lastBytes_.assign(part.data() + part.size() - lastCap_, lastCap_);
+        } else {
+            lastBytes_.append(part);
+            if (lastBytes_.size() > 2 * lastCap_) lastBytes_.erase(0, lastBytes_.size() - lastCap_);
+        }
+    }
+    if (titleOn_ && sectionIndex_ == 0 && !title_.done()) title_.feed(part);
+    if (scannerOn_ && scanner_.active()) scanner_.feed(part);
+    if (!span_.empty()) span_.feed(part);
+    if (trackAngles_) trackAngles(part);
+    sectionFed_ += static_cast<std::int64_t>(part.size());
+}
+
+void ContentExtractor::endSection() {
+    if (scannerOn_) scanner_.endSection();
+    if (sectionIndex_ == 0) {
+        if (titleOn_) titleText_ = title_.result();
+        plain_.freezeFirst();
+    }
+    if (!span_.empty()) span_.FillSpanCols(titleText_);
+}
+
+// The current section was cut by its limit. True if the next one begins.
+bool ContentExtractor::startNextSection() {
+    endSection();
+    if (!sectionsGoOn_) return false;
+    if (lastAngle_ == 0) {
+        cells_.errors.push_back("No html tags (<html>, <p> etc.) in section of 64,000 bytes. Rest of file >>" +
+                                fileName_ + "<< skipped.");
+        return false;
+    }
+    const std::int64_t sectionEnd = sectionStart_ + sectionFed_;
+    const std::int64_t base = lastAngle_ == '<' ? ltPos_ : sectionEnd;
+    reFeed_.swap(ltTail_);
+    if (lastAngle_ != '<') reFeed_.clear();
+    ++sectionIndex_;
+    sectionStart_ = base;
+    sectionFed_ = 0;
+    sectionFull_ = false;
+    lastAngle_ = 0;
+    ltTail_.clear();
+    lastBytes_.clear();
+    if (scannerOn_) scanner_.beginSection(base);
+    span_.beginSection(base);
+    // The bytes from the last '<' are read again, as the start of this section.
+    feedSection(reFeed_);
+    if (sectionFed_ >= limit_) sectionFull_ = true;
+    return true;
+}
+
+bool ContentExtractor::wantsMore() const {
+    const ContentColumns& c = spec_.columns;
+    if (c.lastBytes) return true;
+    if (c.lastPlain && !plain_.stopped()) return true;
+    if (scannerOn_ && scanner_.active()) return true;
+    if (!span_.empty()) return true;
+    if (sectionIndex_ == 0) {
+        if (titleOn_ && !title_.done()) return true;
+        if (c.firstBytes && firstChunk_.size() < kFirstChunkBytes) return true;
+        if (c.firstPlain) return true;
+    }
+    return false;
+}
+
+bool ContentExtractor::feed(std::string_view chunk) {
+    if (done_) return false;
+    try {
+        while (!chunk.empty()) {
+            if (sectionFull_ && !startNextSection()) {
+                done_ = true;
+                return false;
+            }
+            const std::int64_t room = limit_ - sectionFed_;
+            const std::size_t take = static_cast<std::int64_t>(chunk.size()) < room ? chunk.size() : static_cast<std::size_t>(room);
+            feedSection(chunk.substr(0, take));
+            chunk.remove_prefix(take);
+            if (sectionFed_ >= limit_) sectionFull_ = true;
+        }
+    } catch (const std::bad_alloc&) {
+        noteError("Out of memory");
+    }
+    if (!wantsMore()) done_ = true;
+    return !done_;
+}
+
+void ContentExtractor::finish() {
+    if (finished_) return;
+    finished_ = true;
+    const ContentColumns& c = spec_.columns;
+    const DissectOptions& o = spec_.options;
+    try {
+        endSection();
+        cells_.title = c.title ? titleText_ : std::string();
+        cells_.firstBytes = c.firstBytes ? Tidy(toDisplayText(firstChunk_), toSize(o.BytF), 1, true) : std::string();
+        if (c.lastBytes) {
+            std::string text = toDisplayText(lastBytes_);
+            const std::size_t chars = charCount(text);
+            const std::size_t want = 2 * toSize(o.BytL);
+            if (chars > want) text.erase(0, byteLengthOfChars(text, chars - want));
+            cells_.lastBytes = Tidy(text, toSize(o.BytL), 1, true);
+        } else {
+            cells_.lastBytes.clear();
+        }
+        cells_.firstPlain = plain_.firstCell();
+        cells_.lastPlain = plain_.lastCell();
+        if (c.htmlTags) {
+            listCell(cells_.htmlTags, scanner_.tags().items(), o.LstSep);
+        } else {
+            cells_.htmlTags.clear();
+        }
+        if (c.metaTags) {
+            listCell(cells_.metaTags, scanner_.metaTags().items(), o.LstSep);
+        } else {
+            cells_.metaTags.clear();
+        }
+        std::vector<std::string> mail, www;
+        if (c.www || c.mail) {
+            SplitAddresses(scanner_.wwwCandidates().items(), c.mail, c.www, spec_.convertWwwToHttp, mail, www);
+            SplitAddresses(scanner_.mailCandidates().items(), c.mail, c.www, spec_.convertWwwToHttp, mail, www);
+        }
+        listCell(cells_.wwwAddresses, www, o.LstSep);
+        listCell(cells_.mailAddresses, mail, o.LstSep);
+        cells_.spanCols.resize(span_.size());
+        for (std::size_t i = 0; i < span_.size(); ++i) cells_.spanCols[i] = span_.cell(i);
+    } catch (const std::bad_alloc&) {
+        noteError("Out of memory");
+    }
+    if (errorCount_ > 0)
+        cells_.errors.push_back(std::to_string(errorCount_) + " errors when analysing html. Last error: " + lastError_ +
+                                " in file >>" + fileName_ + "<<");
+}
+
+std::string plainTextOf(std::string_view bytes, const SkipList* skip) {
+    ContentSpec spec;
+    spec.keepAllPlainText = true;
+    if (skip) spec.skipList = *skip;
+    spec.options.Only1stPart = true;  // one section: the whole text
+    spec.options.Only1stByt = 0;
+    ContentExtractor x(spec);
+    x.beginFile({}, static_cast<std::int64_t>(bytes.size()));
+    x.feed(bytes);
+    x.finish();
+    return x.plainText().allText();
+}
+
+}  // namespace tav

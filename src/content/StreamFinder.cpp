@@ -1,0 +1,131 @@
+#include "content/StreamFinder.h"
+
+#include <cstring>
+
+namespace tav {
+
+namespace {
+
+bool isLetter(unsigned char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'); }
+
+// Rough rarity of a byte in text: lower is rarer. Used to pick the anchor.
+int commonness(unsigned char c) {
+    if (isLetter(c)) return 3;
+    if (c == ' ' || (c >= '0' && c <= '9')) return 2;
+    if (c == '.' || c == ',' || c == '-' || c == '_') return 1;
+    return 0;
+}
+
+}  // namespace
+
+void StreamFinder::setPattern(std::string_view pattern, bool ignoreCase) {
+    pattern_.assign(pattern.data(), pattern.size());
+    ignoreCase_ = ignoreCase;
+    if (ignoreCase_)
+        for (char& c : pattern_) c = static_cast<char>(asciiLower(static_cast<unsigned char>(c)));
+    anchor_ = 0;
+    int best = 99;
+    for (std::size_t i = 0; i < pattern_.size(); ++i) {
+        const int r = commonness(static_cast<unsigned char>(pattern_[i]));
+        if (r < best) {
+            best = r;
+            anchor_ = i;
+        }
+    }
+    if (!pattern_.empty()) {
+        const auto a = static_cast<unsigned char>(pattern_[anchor_]);
+        anchorLower_ = a;
+        anchorUpper_ = (ignoreCase_ && a >= 'a' && a <= 'z') ? static_cast<unsigned char>(a - 32) : a;
+    }
+    carry_.clear();
+}
+
+bool StreamFinder::matchesAt(const char* p) const {
+    if (!ignoreCase_) return std::memcmp(p, pattern_.data(), pattern_.size()) == 0;
+    for (std::size_t i = 0; i < pattern_.size(); ++i)
+        if (asciiLower(static_cast<unsigned char>(p[i])) != static_cast<unsigned char>(pattern_[i])) return false;
+    return true;
+}
+
+std::size_t StreamFinder::findIn(std::string_view text, std::size_t from) const {
+    const std::size_t m = pattern_.size();
+    if (m == 0) return from <= text.size() ? from : npos;
+    if (text.size() < m || from > text.size() - m) return npos;
+    const char* base = text.data();
+    std::size_t a = from + anchor_;             // next anchor position to look at
+    const std::size_t aLast = text.size() - m + anchor_;
+    while (a <= aLast) {
+        const void* hit;
+        const std::size_t len = aLast - a + 1;
+        if (anchorLower_ == anchorUpper_) {
+            hit = std::memchr(base + a, anchorLower_, len);
+        } else {
+            const void* h1 = std::memchr(base + a, anchorLower_, len);
+            const std::size_t len2 = h1 ? static_cast<std::size_t>(static_cast<const char*>(h1) - (base + a)) : len;
+            const void* h2 = std::memchr(base + a, anchorUpper_, len2);
+            hit = h2 ? h2 : h1;
+        }
+        if (!hit) return npos;
+        const std::size_t at = static_cast<std::size_t>(static_cast<const char*>(hit) - base);
+        if (matchesAt(base + at - anchor_)) return at - anchor_;
+        a = at + 1;
+    }
+    return npos;
+}
+
+std::size_t StreamFinder::findEnd(std::string_view chunk, std::int64_t chunkBase, std::int64_t minStart) const {
+    const std::size_t m = pattern_.size();
+    if (m == 0) {
+        if (minStart < chunkBase) return 0;
+        const auto rel = static_cast<std::size_t>(minStart - chunkBase);
+        return rel <= chunk.size() ? rel : npos;
+    }
+    // Matches that begin in the kept bytes.
+    if (!carry_.empty() && carryBase_ + static_cast<std::int64_t>(carry_.size()) == chunkBase) {
+        const std::size_t take = chunk.size() < m - 1 ? chunk.size() : m - 1;
+        char window[512];
+        std::string big;
+        const char* w;
+        const std::size_t wlen = carry_.size() + take;
+        if (wlen <= sizeof window) {
+            std::memcpy(window, carry_.data(), carry_.size());
+            std::memcpy(window + carry_.size(), chunk.data(), take);
+            w = window;
+        } else {
+            big = carry_;
+            big.append(chunk.data(), take);
+            w = big.data();
+        }
+        for (std::size_t i = 0; i < carry_.size() && i + m <= wlen; ++i) {
+            if (carryBase_ + static_cast<std::int64_t>(i) < minStart) continue;
+            if (matchesAt(w + i)) return i + m - carry_.size();
+        }
+    }
+    std::size_t from = 0;
+    if (minStart > chunkBase) {
+        const auto rel = static_cast<std::size_t>(minStart - chunkBase);
+        if (rel > chunk.size()) return npos;
+        from = rel;
+    }
+    const std::size_t at = findIn(chunk, from);
+    return at == npos ? npos : at + m;
+}
+
+void StreamFinder::keep(std::string_view chunk, std::int64_t chunkBase) {
+    const std::size_t want = pattern_.empty() ? 0 : pattern_.size() - 1;
+    if (want == 0) {
+        carry_.clear();
+        carryBase_ = chunkBase + static_cast<std::int64_t>(chunk.size());
+        return;
+    }
+    if (chunk.size() >= want) {
+        carry_.assign(chunk.data() + chunk.size() - want, want);
+    } else {
+        if (carryBase_ + static_cast<std::int64_t>(carry_.size()) != chunkBase) carry_.clear();
+        carry_.append(chunk.data(), chunk.size());
+        if (carry_.size() > want) carry_.erase(0, carry_.size() - want);
+    }
+    carryBase_ = chunkBase + static_cast<std::int64_t>(chunk.size()) - static_cast<std::int64_t>(carry_.size());
+}
+
+}  // namespace tav

@@ -1,0 +1,75 @@
+#include "content/Tidy.h"
+
+#include "content/DisplayText.h"
+
+namespace tav {
+
+namespace {
+
+// Characters that may start a tidied text: codes 32 to 126 and from 160 up.
+bool keepsAtStart(char32_t c) { return (c >= 32 && c <= 126) || c >= 160; }
+
+std::size_t firstKeepable(std::string_view s, std::size_t from) {
+    std::size_t i = from;
+    while (i < s.size()) {
+        std::size_t next = i;
+        if (keepsAtStart(nextCodePoint(s, next))) return i;
+        i = next;
+    }
+    return i;
+}
+
+std::string cutToLength(std::string_view s, std::size_t start, std::size_t maxLength) {
+    std::string_view rest = s.substr(start);
+    if (maxLength > 0) rest = rest.substr(0, byteLengthOfChars(rest, maxLength));
+    return std::string(rest);
+}
+
+}  // namespace
+
+std::string Tidy(std::string_view text, std::size_t maxLength, int maxBlankLines, bool joinLineEnds) {
+    if (!joinLineEnds) return cutToLength(text, firstKeepable(text, 0), maxLength);
+
+    std::string out;
+    out.reserve(text.size() < 4096 ? text.size() : 4096);
+    std::size_t keepFrom = std::string_view::npos;  // start of the kept text, once known
+    int blankRun = 0;
+    std::size_t pos = 0;
+    bool firstLine = true;
+    const std::size_t n = text.size();
+    while (true) {
+        std::size_t end = pos;
+        while (end < n && text[end] != '\r' && text[end] != '\n') ++end;
+        std::string_view line = text.substr(pos, end - pos);
+        const bool last = end >= n;
+        if (firstLine) {
+            out.append(line);
+            firstLine = false;
+        } else {
+            std::size_t k = 0;
+            while (k < line.size() && static_cast<unsigned char>(line[k]) < 33) ++k;
+            line.remove_prefix(k);
+            if (line.empty() && !last) {
+                if (blankRun < maxBlankLines) out.append(kTidyLineEnd);
+                ++blankRun;
+            } else {
+                out.append(kTidyLineEnd);
+                out.append(line);
+                blankRun = 0;
+            }
+        }
+        if (last) break;
+        pos = end + ((text[end] == '\r' && end + 1 < n && text[end + 1] == '\n') ? 2 : 1);
+        // Enough text for the cut: stop early (a character is at most 4 bytes).
+        if (maxLength > 0) {
+            if (keepFrom == std::string_view::npos) {
+                const std::size_t k = firstKeepable(out, 0);
+                if (k < out.size()) keepFrom = k;
+            }
+            if (keepFrom != std::string_view::npos && out.size() - keepFrom >= 4 * maxLength) break;
+        }
+    }
+    return cutToLength(out, firstKeepable(out, 0), maxLength);
+}
+
+}  // namespace tav
