@@ -21,6 +21,23 @@ void listCell(std::string& cell, const std::vector<std::string>& items, const st
     cell = joined.empty() ? std::string() : Tidy(toDisplayText(joined), 0, 1, true);
 }
 
+// Tidy of raw bytes cut to maxLength characters, converting only as much of
+// the bytes as the cut needs. The tail of a prefix can change only the last
+// few characters of its tidied text, hence the margin.
+std::string tidyBytes(std::string_view bytes, std::size_t maxLength) {
+    constexpr std::size_t kMargin = 8;
+    if (maxLength > 0) {
+        for (std::size_t take = 4 * maxLength + 64; take < bytes.size(); take *= 4) {
+            std::string t = Tidy(toDisplayText(bytes.substr(0, take)), maxLength + kMargin, 1, true);
+            if (charCount(t) >= maxLength + kMargin) {
+                t.resize(byteLengthOfChars(t, maxLength));
+                return t;
+            }
+        }
+    }
+    return Tidy(toDisplayText(bytes), maxLength, 1, true);
+}
+
 }  // namespace
 
 void ContentExtractor::configure(const ContentSpec& spec) {
@@ -206,7 +223,7 @@ void ContentExtractor::finish() {
     try {
         endSection();
         cells_.title = c.title ? titleText_ : std::string();
-        cells_.firstBytes = c.firstBytes ? Tidy(toDisplayText(firstChunk_), toSize(o.BytF), 1, true) : std::string();
+        cells_.firstBytes = c.firstBytes ? tidyBytes(firstChunk_, toSize(o.BytF)) : std::string();
         if (c.lastBytes) {
             std::string text = toDisplayText(lastBytes_);
             const std::size_t chars = charCount(text);

@@ -20,9 +20,19 @@ constexpr std::string_view kItemSeparatorBytes = "\xA0\xA5\xA4\xA5\xA0";
 constexpr std::array<std::string_view, 10> kCommonTags = {"BR", "HR", "LI", "TR", "TD", "B", "P", "A", "I", "U"};
 
 int commonIndex(std::string_view name) {
-    if (name.empty() || name.size() > 2) return -1;
-    for (std::size_t i = 0; i < kCommonTags.size(); ++i)
-        if (kCommonTags[i] == name) return static_cast<int>(i);
+    if (name.size() == 1) {
+        switch (name[0]) {
+            case 'B': return 5;
+            case 'P': return 6;
+            case 'A': return 7;
+            case 'I': return 8;
+            case 'U': return 9;
+            default: return -1;
+        }
+    }
+    if (name.size() != 2) return -1;
+    for (std::size_t i = 0; i < 5; ++i)
+        if (kCommonTags[i][0] == name[0] && kCommonTags[i][1] == name[1]) return static_cast<int>(i);
     return -1;
 }
 
@@ -30,30 +40,6 @@ std::uint32_t hashName(std::string_view s) {
     std::uint32_t h = 2166136261u;
     for (char c : s) h = (h ^ static_cast<unsigned char>(c)) * 16777619u;
     return h | 1u;  // never 0: 0 marks a free slot
-}
-
-// First index in [i, n) whose byte is one of a, b, c, d; n if none.
-inline std::size_t findAny(const unsigned char* s, std::size_t i, std::size_t n, unsigned char a,
-                           unsigned char b, unsigned char c, unsigned char d) {
-#if defined(__SSE2__)
-    const __m128i va = _mm_set1_epi8(static_cast<char>(a));
-    const __m128i vb = _mm_set1_epi8(static_cast<char>(b));
-    const __m128i vc = _mm_set1_epi8(static_cast<char>(c));
-    const __m128i vd = _mm_set1_epi8(static_cast<char>(d));
-    while (i + 16 <= n) {
-        const __m128i x = _mm_loadu_si128(reinterpret_cast<const __m128i*>(s + i));
-        const __m128i m = _mm_or_si128(_mm_or_si128(_mm_cmpeq_epi8(x, va), _mm_cmpeq_epi8(x, vb)),
-                                       _mm_or_si128(_mm_cmpeq_epi8(x, vc), _mm_cmpeq_epi8(x, vd)));
-        const int mask = _mm_movemask_epi8(m);
-        if (mask != 0) return i + static_cast<std::size_t>(__builtin_ctz(static_cast<unsigned>(mask)));
-        i += 16;
-    }
-#endif
-    for (; i < n; ++i) {
-        const unsigned char x = s[i];
-        if (x == a || x == b || x == c || x == d) return i;
-    }
-    return n;
 }
 
 inline unsigned char upper(unsigned char c) { return (c >= 'a' && c <= 'z') ? static_cast<unsigned char>(c - 32) : c; }
@@ -83,7 +69,11 @@ void HtmlScanner::beginFile() {
     styleText_.clear();
     tagTextTotal_ = 0;
     commonSeen_.fill(false);
-    nameSlots_.fill(0);
+    nameSlots_.fill(NameSlot{});
+    if (++generation_ == 0) {
+        tagMemo_.fill(TagMemo{});
+        generation_ = 1;
+    }
     wwwOn_ = wants_.www;
     mailOn_ = wants_.mail;
     beginSection(0);
@@ -113,6 +103,12 @@ unsigned char HtmlScanner::byteAt(const unsigned char* s, std::int64_t abs) cons
 
 // Whether the bytes just before s[hit] are lowerText, ignoring case.
 bool HtmlScanner::matchBack(const unsigned char* s, std::size_t hit, std::string_view lowerText) const {
+    if (hit >= lowerText.size()) {
+        const unsigned char* p = s + hit - lowerText.size();
+        for (std::size_t k = 0; k < lowerText.size(); ++k)
+            if (lower(p[k]) != static_cast<unsigned char>(lowerText[k])) return false;
+        return true;
+    }
     const std::int64_t at = pos_ + static_cast<std::int64_t>(hit);
     const auto len = static_cast<std::int64_t>(lowerText.size());
     if (at - len < pos_ - static_cast<std::int64_t>(histLen_)) return false;
@@ -138,14 +134,17 @@ void HtmlScanner::addTag(std::string_view name) {
     const std::uint32_t h = hashName(name);
     std::size_t slot = h & (nameSlots_.size() - 1);
     for (std::size_t probes = 0; probes < nameSlots_.size(); ++probes) {
-        const std::uint32_t v = nameSlots_[slot];
-        if (v == 0) break;
-        if (v == h && tags_.contains(name)) return;
+        const NameSlot& v = nameSlots_[slot];
+        if (v.hash == 0) {
+            nameSlots_[slot] = NameSlot{h, static_cast<std::uint32_t>(tags_.size())};
+            tags_.add(name);
+            return;
+        }
+        if (v.hash == h && tags_[v.index] == name) return;
         slot = (slot + 1) & (nameSlots_.size() - 1);
     }
-    if (tags_.contains(name)) return;  // the table is full (a very long limit): plain look-up
-    nameSlots_[slot] = h;
-    tags_.add(name);
+    // The table is full (only with a very long list limit): plain look-up.
+    if (!tags_.contains(name)) tags_.add(name);
 }
 
 void HtmlScanner::enterBlock(BlockKind kind, std::int64_t start) {
@@ -165,28 +164,40 @@ void HtmlScanner::endBlock(std::string_view text) {
     mode_ = Mode::Text;
 }
 
-// A whole tag: `text` lies between '<' and '>'.
-void HtmlScanner::onTagEnd(std::string_view text) {
+// A whole tag: `text` lies between '<' and '>'. Returns true when another
+// tag with the same first word can need no work in this file: it is listed
+// already, or dropped, and sets off no block or META action.
+bool HtmlScanner::onTagEnd(std::string_view text) {
+    // The first word, cut at a blank or a line end, upper-cased.
+    const auto* t = reinterpret_cast<const unsigned char*>(text.data());
     std::size_t k = 0;
-    while (k < text.size() && text[k] != ' ' && text[k] != '\r' && text[k] != '\n') ++k;
-    const std::string_view raw = text.substr(0, k);
-    const char first = raw.empty() ? '\0' : raw[0];
+    if (text.size() <= kNameBuffer) {
+        while (k < text.size()) {
+            const unsigned char c = t[k];
+            if (c == ' ' || c == '\r' || c == '\n') break;
+            nameBuf_[k++] = static_cast<char>(upper(c));
+        }
+    } else {
+        while (k < text.size() && t[k] != ' ' && t[k] != '\r' && t[k] != '\n') ++k;
+        name_.resize(k);
+        for (std::size_t i = 0; i < k; ++i) name_[i] = static_cast<char>(upper(t[i]));
+    }
+    std::string_view name = text.size() <= kNameBuffer ? std::string_view(nameBuf_, k) : std::string_view(name_);
+    const char first = k == 0 ? '\0' : name[0];
     const std::int64_t behind = pieceStart_;  // the byte after '>'
 
-    if (raw.size() >= 3 && raw[0] == '!' && raw[1] == '-' && raw[2] == '-') {
+    if (first == '!') {
         addTagText(otherTags_, text);
-        const bool ended = tagLen_ >= 5 && tagLast_[0] == '-' && tagLast_[1] == '-';
-        if (!ended) enterBlock(BlockKind::Comment, behind);
-        return;
+        if (k >= 3 && name[1] == '-' && name[2] == '-') {
+            const bool ended = tagLen_ >= 5 && tagLast_[0] == '-' && tagLast_[1] == '-';
+            if (!ended) enterBlock(BlockKind::Comment, behind);
+        }
+        return false;
     }
-    name_.resize(raw.size());
-    for (std::size_t i = 0; i < raw.size(); ++i) name_[i] = static_cast<char>(upper(static_cast<unsigned char>(raw[i])));
-    std::string_view name = name_;
-
-    if (name == "SCRIPT" || name == "STYLE") {
+    if (first == 'S' && (name == "SCRIPT" || name == "STYLE")) {
         addTag(name);
-        enterBlock(name == "SCRIPT" ? BlockKind::Script : BlockKind::Style, behind);
-        return;
+        enterBlock(name.size() == 6 ? BlockKind::Script : BlockKind::Style, behind);
+        return false;
     }
     if (first == '%') {
         if (tagLast_[1] == '%') {
@@ -194,22 +205,71 @@ void HtmlScanner::onTagEnd(std::string_view text) {
         } else {
             enterBlock(BlockKind::Server, behind);
         }
-        return;
+        return false;
     }
     const bool endTag = first == '/';
-    const int common = commonIndex(endTag ? name.substr(1) : name);
-    if (common >= 0) {
-        if (commonSeen_[static_cast<std::size_t>(common)]) return;
-        commonSeen_[static_cast<std::size_t>(common)] = true;
+    if (k <= 3) {
+        const int common = commonIndex(endTag ? name.substr(1) : name);
+        if (common >= 0) {
+            if (commonSeen_[static_cast<std::size_t>(common)]) return true;
+            commonSeen_[static_cast<std::size_t>(common)] = true;
+        }
     }
     if (endTag && options_.IncEndTag) name.remove_prefix(1);
-    if (first == '!') {
-        addTagText(otherTags_, text);
-        return;
-    }
-    if (name.empty()) return;
+    if (name.empty()) return true;
     addTag(name);
-    if (wants_.meta && !endTag && name == "META" && !meta_.over(lenLimit_) && !meta_.contains(text)) meta_.add(text);
+    if (!endTag && name == "META") {
+        if (wants_.meta && !meta_.over(lenLimit_) && !meta_.contains(text)) meta_.add(text);
+        return false;
+    }
+    return true;
+}
+
+// The first word of a tag as a key: its upper-cased bytes packed in a
+// 64-bit word. False when the word is longer than 8 bytes.
+// `room` is how many bytes may be read at t (at least len).
+inline bool HtmlScanner::tagKey(const unsigned char* t, std::size_t len, std::size_t room, std::uint64_t& key,
+                                std::uint8_t& keyLen) {
+#if defined(__BYTE_ORDER__) && __BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__
+    constexpr std::uint64_t ones = 0x0101010101010101ULL;
+    constexpr std::uint64_t highs = 0x8080808080808080ULL;
+    std::uint64_t w = 0;
+    if (room >= 8) {
+        std::memcpy(&w, t, 8);
+        if (len < 8) w &= (std::uint64_t{1} << (8 * len)) - 1;
+    } else {
+        std::memcpy(&w, t, len < 8 ? len : 8);
+    }
+    auto zeroBytes = [&](std::uint64_t x) { return (x - ones) & ~x & highs; };
+    std::uint64_t stop = zeroBytes(w ^ (ones * ' ')) | zeroBytes(w ^ (ones * '\r')) | zeroBytes(w ^ (ones * '\n'));
+    std::size_t k;
+    if (stop != 0) {
+        k = static_cast<std::size_t>(__builtin_ctzll(stop)) / 8;
+        if (k > len) k = len;
+    } else if (len <= 8) {
+        k = len;
+    } else {
+        const unsigned char c = t[8];
+        if (c != ' ' && c != '\r' && c != '\n') return false;
+        k = 8;
+    }
+    if (k < 8) w &= (std::uint64_t{1} << (8 * k)) - 1;
+    // Upper case, a byte at a time in parallel: 'a'..'z' lose 0x20.
+    const std::uint64_t low7 = w & ~highs;
+    const std::uint64_t geA = low7 + ones * (0x80 - 'a');
+    const std::uint64_t gtZ = low7 + ones * (0x80 - 'z' - 1);
+    const std::uint64_t isLower = geA & ~gtZ & ~w & highs;
+    key = w - (isLower >> 2);
+    keyLen = static_cast<std::uint8_t>(k);
+    return true;
+#else
+    (void)t;
+    (void)len;
+    (void)room;
+    (void)key;
+    (void)keyLen;
+    return false;
+#endif
 }
 
 void HtmlScanner::finishCandidate(std::int64_t endAbs) {
@@ -292,89 +352,216 @@ void HtmlScanner::noteTagBytes(std::string_view part) {
     }
 }
 
+// One delimiter at chunk index hit: c is '<' in text, '>' in a tag or block,
+// or ':', '.', '@' of an address. runFrom is the start of the current run.
+void HtmlScanner::onHit(std::string_view chunk, std::size_t hit, unsigned char c, std::size_t& runFrom) {
+    const auto* s = reinterpret_cast<const unsigned char*>(chunk.data());
+    const std::size_t n = chunk.size();
+    if (c == '<' || c == '>') {
+        const std::int64_t behind = pos_ + static_cast<std::int64_t>(hit) + 1;
+        if (mode_ == Mode::Text) {
+            if (plain_) {
+                plain_->append(std::string_view(chunk.data() + runFrom, hit - runFrom));
+                plain_->endPiece();
+            }
+            mode_ = Mode::Tag;
+            tagBuf_.clear();
+            tagLen_ = 0;
+            tagLast_[0] = tagLast_[1] = 0;
+            pieceStart_ = behind;
+            runFrom = hit + 1;
+        } else if (mode_ == Mode::Tag) {
+            const std::string_view part(chunk.data() + runFrom, hit - runFrom);
+            noteTagBytes(part);
+            pieceStart_ = behind;
+            mode_ = Mode::Text;
+            if (tagBuf_.empty()) {
+                // Most tags repeat a first word already dealt with.
+                std::uint64_t key;
+                std::uint8_t keyLen;
+                if (tagKey(s + runFrom, part.size(), n - runFrom, key, keyLen)) {
+                    TagMemo& memo = tagMemo_[(key * 0x9E3779B97F4A7C15ULL + keyLen) >> 56];
+                    if (memo.generation == generation_ && memo.key == key && memo.length == keyLen) {
+                        runFrom = hit + 1;
+                        return;
+                    }
+                    if (onTagEnd(part)) memo = TagMemo{key, generation_, keyLen};
+                } else {
+                    onTagEnd(part);
+                }
+            } else {
+                if (tagBuf_.size() < kMaxTag) tagBuf_.append(part.substr(0, kMaxTag - tagBuf_.size()));
+                onTagEnd(tagBuf_);
+                tagBuf_.clear();
+            }
+            runFrom = hit + 1;
+            if (mode_ == Mode::Block) blockBuf_.clear();
+        } else {
+            std::string_view endText;
+            switch (block_) {
+                case BlockKind::Comment: endText = "--"; break;
+                case BlockKind::Script: endText = "</script"; break;
+                case BlockKind::Style: endText = "</style"; break;
+                case BlockKind::Server: endText = "%"; break;
+            }
+            const std::int64_t textEnd = pos_ + static_cast<std::int64_t>(hit) - static_cast<std::int64_t>(endText.size());
+            if (textEnd >= blockStart_ && matchBack(s, hit, endText)) {
+                const std::int64_t textLen = textEnd - blockStart_;
+                if (wants_.blocks && block_ != BlockKind::Comment) {
+                    if (blockBuf_.empty() && blockStart_ >= pos_) {
+                        endBlock(std::string_view(chunk.data() + (blockStart_ - pos_), static_cast<std::size_t>(textLen)));
+                    } else {
+                        blockBuf_.append(chunk.data() + runFrom, hit - runFrom);
+                        blockBuf_.resize(static_cast<std::size_t>(textLen) < blockBuf_.size()
+                                             ? static_cast<std::size_t>(textLen)
+                                             : blockBuf_.size());
+                        endBlock(blockBuf_);
+                    }
+                } else {
+                    endBlock({});
+                }
+                blockBuf_.clear();
+                pieceStart_ = behind;
+                runFrom = hit + 1;
+            }
+        }
+        return;
+    }
+    if (c == ':') {
+        if (matchBack(s, hit, "http")) onWwwHit(s, hit, 5);
+    } else if (c == '.') {
+        if (matchBack(s, hit, "www")) onWwwHit(s, hit, 4);
+    } else if (c == '@') {
+        onMailHit(s, hit);
+    }
+}
+
+namespace {
+
+// Bit masks of one 64-byte block, bit k for byte k.
+struct BlockMasks {
+    std::uint64_t lt = 0, gt = 0, at = 0, addr = 0;
+};
+
+// `exact`: s[-4..-1] may be read, so "http:" and "www." are matched here;
+// otherwise every ':' and '.' is marked and the caller checks them.
+inline BlockMasks blockMasks(const unsigned char* s, bool www, bool exact) {
+    BlockMasks m;
+#if defined(__SSE2__)
+    const __m128i vlt = _mm_set1_epi8('<');
+    const __m128i vgt = _mm_set1_epi8('>');
+    const __m128i vat = _mm_set1_epi8('@');
+    for (int g = 0; g < 4; ++g) {
+        const unsigned char* p = s + 16 * g;
+        const __m128i x = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p));
+        const auto shift = static_cast<unsigned>(16 * g);
+        m.lt |= static_cast<std::uint64_t>(static_cast<unsigned>(_mm_movemask_epi8(_mm_cmpeq_epi8(x, vlt)))) << shift;
+        m.gt |= static_cast<std::uint64_t>(static_cast<unsigned>(_mm_movemask_epi8(_mm_cmpeq_epi8(x, vgt)))) << shift;
+        m.at |= static_cast<std::uint64_t>(static_cast<unsigned>(_mm_movemask_epi8(_mm_cmpeq_epi8(x, vat)))) << shift;
+        if (!www) continue;
+        const __m128i colonAt = _mm_cmpeq_epi8(x, _mm_set1_epi8(':'));
+        const __m128i dotAt = _mm_cmpeq_epi8(x, _mm_set1_epi8('.'));
+        __m128i a;
+        if (exact || g > 0) {
+            const __m128i v20 = _mm_set1_epi8(0x20);
+            const __m128i x1 = _mm_or_si128(_mm_loadu_si128(reinterpret_cast<const __m128i*>(p - 1)), v20);
+            const __m128i x2 = _mm_or_si128(_mm_loadu_si128(reinterpret_cast<const __m128i*>(p - 2)), v20);
+            const __m128i x3 = _mm_or_si128(_mm_loadu_si128(reinterpret_cast<const __m128i*>(p - 3)), v20);
+            const __m128i x4 = _mm_or_si128(_mm_loadu_si128(reinterpret_cast<const __m128i*>(p - 4)), v20);
+            const __m128i vw = _mm_set1_epi8('w');
+            const __m128i vt = _mm_set1_epi8('t');
+            const __m128i colon = _mm_and_si128(
+                _mm_and_si128(colonAt, _mm_cmpeq_epi8(x1, _mm_set1_epi8('p'))),
+                _mm_and_si128(_mm_and_si128(_mm_cmpeq_epi8(x2, vt), _mm_cmpeq_epi8(x3, vt)),
+                              _mm_cmpeq_epi8(x4, _mm_set1_epi8('h'))));
+            const __m128i dot = _mm_and_si128(_mm_and_si128(dotAt, _mm_cmpeq_epi8(x1, vw)),
+                                              _mm_and_si128(_mm_cmpeq_epi8(x2, vw), _mm_cmpeq_epi8(x3, vw)));
+            a = _mm_or_si128(colon, dot);
+        } else {
+            a = _mm_or_si128(colonAt, dotAt);
+        }
+        m.addr |= static_cast<std::uint64_t>(static_cast<unsigned>(_mm_movemask_epi8(a))) << shift;
+    }
+#else
+    (void)exact;
+    for (unsigned k = 0; k < 64; ++k) {
+        const unsigned char x = s[k];
+        const std::uint64_t bit = std::uint64_t{1} << k;
+        if (x == '<') m.lt |= bit;
+        if (x == '>') m.gt |= bit;
+        if (x == '@') m.at |= bit;
+        if (www && (x == ':' || x == '.')) m.addr |= bit;
+    }
+#endif
+    return m;
+}
+
+}  // namespace
+
 void HtmlScanner::feed(std::string_view chunk) {
     const auto* s = reinterpret_cast<const unsigned char*>(chunk.data());
     const std::size_t n = chunk.size();
-    std::size_t i = 0;
     std::size_t runFrom = 0;  // start of the text, tag or block run in this chunk
 
-    while (i < n) {
-        const unsigned char primary = mode_ == Mode::Text ? '<' : '>';
-        std::size_t hit;
-        if (!wwwOn_ && !mailOn_) {
-            const void* p = std::memchr(s + i, primary, n - i);
-            hit = p ? static_cast<std::size_t>(static_cast<const unsigned char*>(p) - s) : n;
+    // Every byte is classified once, 64 at a time; the delimiters of the
+    // block are then taken in order. A class that does not apply in the
+    // current mode ('>' in text, '<' in a tag) is passed over.
+    std::size_t b = 0;
+    for (; b < n; b += 64) {
+        BlockMasks m;
+        if (b + 64 <= n) {
+            m = blockMasks(s + b, wwwOn_, b >= 4);
         } else {
-            hit = findAny(s, i, n, primary, wwwOn_ ? ':' : primary, wwwOn_ ? '.' : primary,
-                          mailOn_ ? '@' : primary);
+            for (std::size_t k = b; k < n; ++k) {
+                const unsigned char x = s[k];
+                const std::uint64_t bit = std::uint64_t{1} << (k - b);
+                if (x == '<') m.lt |= bit;
+                if (x == '>') m.gt |= bit;
+                if (x == '@') m.at |= bit;
+                if (x == ':' || x == '.') m.addr |= bit;
+            }
         }
-        if (hit >= n) break;
-        const unsigned char c = s[hit];
-        i = hit + 1;
-        if (c == primary) {
-            const std::int64_t behind = pos_ + static_cast<std::int64_t>(hit) + 1;
-            if (mode_ == Mode::Text) {
+        std::uint64_t all = m.lt | m.gt | m.at | m.addr;
+        while (all != 0) {
+            const unsigned k = static_cast<unsigned>(__builtin_ctzll(all));
+            all &= all - 1;
+            const std::uint64_t bit = std::uint64_t{1} << k;
+            const std::size_t hit = b + k;
+            if (m.lt & bit) {
+                if (mode_ != Mode::Text) continue;
                 if (plain_) {
-                    plain_->append(std::string_view(chunk.data() + runFrom, hit - runFrom));
-                    plain_->endPiece();
+                    onHit(chunk, hit, '<', runFrom);
+                    continue;
                 }
+                // A tag begins: the common case, kept inline.
                 mode_ = Mode::Tag;
                 tagBuf_.clear();
                 tagLen_ = 0;
                 tagLast_[0] = tagLast_[1] = 0;
-                pieceStart_ = behind;
+                pieceStart_ = pos_ + static_cast<std::int64_t>(hit) + 1;
                 runFrom = hit + 1;
-            } else if (mode_ == Mode::Tag) {
-                const std::string_view part(chunk.data() + runFrom, hit - runFrom);
-                noteTagBytes(part);
-                pieceStart_ = behind;
-                mode_ = Mode::Text;
-                if (tagBuf_.empty()) {
-                    onTagEnd(part);
-                } else {
-                    if (tagBuf_.size() < kMaxTag) tagBuf_.append(part.substr(0, kMaxTag - tagBuf_.size()));
-                    onTagEnd(tagBuf_);
-                    tagBuf_.clear();
-                }
-                runFrom = hit + 1;
-                if (mode_ == Mode::Block) blockBuf_.clear();
-            } else {
-                std::string_view endText;
-                switch (block_) {
-                    case BlockKind::Comment: endText = "--"; break;
-                    case BlockKind::Script: endText = "</script"; break;
-                    case BlockKind::Style: endText = "</style"; break;
-                    case BlockKind::Server: endText = "%"; break;
-                }
-                const std::int64_t textEnd = pos_ + static_cast<std::int64_t>(hit) - static_cast<std::int64_t>(endText.size());
-                if (textEnd >= blockStart_ && matchBack(s, hit, endText)) {
-                    const std::int64_t textLen = textEnd - blockStart_;
-                    if (wants_.blocks && block_ != BlockKind::Comment) {
-                        if (blockBuf_.empty() && blockStart_ >= pos_) {
-                            endBlock(std::string_view(chunk.data() + (blockStart_ - pos_), static_cast<std::size_t>(textLen)));
-                        } else {
-                            blockBuf_.append(chunk.data() + runFrom, hit - runFrom);
-                            blockBuf_.resize(static_cast<std::size_t>(textLen) < blockBuf_.size()
-                                                 ? static_cast<std::size_t>(textLen)
-                                                 : blockBuf_.size());
-                            endBlock(blockBuf_);
+            } else if (m.gt & bit) {
+                if (mode_ == Mode::Text) continue;
+                if (mode_ == Mode::Tag && tagBuf_.empty()) {
+                    // A tag whose first word needs no more work ends here.
+                    std::uint64_t key;
+                    std::uint8_t keyLen;
+                    if (tagKey(s + runFrom, hit - runFrom, n - runFrom, key, keyLen)) {
+                        const TagMemo& memo = tagMemo_[(key * 0x9E3779B97F4A7C15ULL + keyLen) >> 56];
+                        if (memo.generation == generation_ && memo.key == key && memo.length == keyLen) {
+                            pieceStart_ = pos_ + static_cast<std::int64_t>(hit) + 1;
+                            mode_ = Mode::Text;
+                            runFrom = hit + 1;
+                            continue;
                         }
-                    } else {
-                        endBlock({});
                     }
-                    blockBuf_.clear();
-                    pieceStart_ = behind;
-                    runFrom = hit + 1;
                 }
+                onHit(chunk, hit, '>', runFrom);
+            } else if (m.at & bit) {
+                if (mailOn_) onMailHit(s, hit);
+            } else if (wwwOn_) {
+                onHit(chunk, hit, s[hit], runFrom);
             }
-            continue;
-        }
-        if (c == ':') {
-            if (matchBack(s, hit, "http")) onWwwHit(s, hit, 5);
-        } else if (c == '.') {
-            if (matchBack(s, hit, "www")) onWwwHit(s, hit, 4);
-        } else if (c == '@') {
-            onMailHit(s, hit);
         }
     }
 

@@ -65,8 +65,11 @@ private:
     unsigned char byteAt(const unsigned char* s, std::int64_t abs) const;
     bool matchBack(const unsigned char* s, std::size_t hit, std::string_view lowerText) const;
 
+    void onHit(std::string_view chunk, std::size_t hit, unsigned char c, std::size_t& runFrom);
     void noteTagBytes(std::string_view part);
-    void onTagEnd(std::string_view text);
+    bool onTagEnd(std::string_view text);
+    static bool tagKey(const unsigned char* t, std::size_t len, std::size_t room, std::uint64_t& key,
+                       std::uint8_t& keyLen);
     void addTag(std::string_view name);
     void enterBlock(BlockKind kind, std::int64_t start);
     void endBlock(std::string_view text);
@@ -89,7 +92,19 @@ private:
     std::string otherTags_, serverText_, scriptText_, styleText_;
     std::int64_t tagTextTotal_ = 0;
     std::array<bool, 10> commonSeen_{};
-    std::array<std::uint32_t, 512> nameSlots_{};  // hash of a listed tag name, 0 free
+    struct NameSlot {
+        std::uint32_t hash = 0;   // 0: free
+        std::uint32_t index = 0;  // the name's place in tags_
+    };
+    std::array<NameSlot, 512> nameSlots_{};
+    // First words of tags that need no more work in this file.
+    struct TagMemo {
+        std::uint64_t key = 0;
+        std::uint32_t generation = 0;  // the file it belongs to
+        std::uint8_t length = 0;
+    };
+    std::array<TagMemo, 256> tagMemo_{};
+    std::uint32_t generation_ = 0;
 
     // Scanner state, carried from chunk to chunk.
     Mode mode_ = Mode::Text;
@@ -104,7 +119,9 @@ private:
     unsigned char tagLast_[2] = {0, 0};
     std::string blockBuf_;
     std::int64_t blockStart_ = 0;
-    std::string name_;              // scratch: the upper-cased tag name
+    static constexpr std::size_t kNameBuffer = 256;
+    char nameBuf_[kNameBuffer];     // scratch: the upper-cased tag name
+    std::string name_;              // the same for a longer tag
     bool wwwOn_ = false, mailOn_ = false;
 
     // Address collector.
