@@ -69,9 +69,9 @@ void HtmlScanner::beginFile() {
     styleText_.clear();
     tagTextTotal_ = 0;
     commonSeen_.fill(false);
-    nameSlots_.fill(NameSlot{});
     if (++generation_ == 0) {
         tagMemo_.fill(TagMemo{});
+        nameSlots_.fill(NameSlot{});
         generation_ = 1;
     }
     wwwOn_ = wants_.www;
@@ -135,8 +135,8 @@ void HtmlScanner::addTag(std::string_view name) {
     std::size_t slot = h & (nameSlots_.size() - 1);
     for (std::size_t probes = 0; probes < nameSlots_.size(); ++probes) {
         const NameSlot& v = nameSlots_[slot];
-        if (v.hash == 0) {
-            nameSlots_[slot] = NameSlot{h, static_cast<std::uint32_t>(tags_.size())};
+        if (v.generation != generation_) {
+            nameSlots_[slot] = NameSlot{h, static_cast<std::uint32_t>(tags_.size()), generation_};
             tags_.add(name);
             return;
         }
@@ -225,9 +225,10 @@ bool HtmlScanner::onTagEnd(std::string_view text) {
     return true;
 }
 
-// The first word of a tag as a key: its upper-cased bytes packed in a
-// 64-bit word. False when the word is longer than 8 bytes.
-// `room` is how many bytes may be read at t (at least len).
+// The first word of a tag as a key for the memo of finished words: its
+// bytes as they stand (another case is another key), packed in a 64-bit
+// word. False when the word is longer than 8 bytes or ends in a control
+// character other than CR and LF; such tags take the full path.
 inline bool HtmlScanner::tagKey(const unsigned char* t, std::size_t len, std::size_t room, std::uint64_t& key,
                                 std::uint8_t& keyLen) {
 #if defined(__BYTE_ORDER__) && __BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__
@@ -236,30 +237,28 @@ inline bool HtmlScanner::tagKey(const unsigned char* t, std::size_t len, std::si
     std::uint64_t w = 0;
     if (room >= 8) {
         std::memcpy(&w, t, 8);
-        if (len < 8) w &= (std::uint64_t{1} << (8 * len)) - 1;
     } else {
         std::memcpy(&w, t, len < 8 ? len : 8);
     }
-    auto zeroBytes = [&](std::uint64_t x) { return (x - ones) & ~x & highs; };
-    std::uint64_t stop = zeroBytes(w ^ (ones * ' ')) | zeroBytes(w ^ (ones * '\r')) | zeroBytes(w ^ (ones * '\n'));
-    std::size_t k;
-    if (stop != 0) {
-        k = static_cast<std::size_t>(__builtin_ctzll(stop)) / 8;
-        if (k > len) k = len;
-    } else if (len <= 8) {
+    // Bytes below 0x21 (blank, CR, LF, other controls): the lowest found is exact.
+    const std::uint64_t low = (w - ones * 0x21) & ~w & highs;
+    std::size_t k = low != 0 ? static_cast<std::size_t>(__builtin_ctzll(low)) / 8 : 8;
+    if (k >= len) {
         k = len;
     } else {
-        const unsigned char c = t[8];
+        const unsigned char c = t[k];
         if (c != ' ' && c != '\r' && c != '\n') return false;
-        k = 8;
     }
-    if (k < 8) w &= (std::uint64_t{1} << (8 * k)) - 1;
-    // Upper case, a byte at a time in parallel: 'a'..'z' lose 0x20.
-    const std::uint64_t low7 = w & ~highs;
-    const std::uint64_t geA = low7 + ones * (0x80 - 'a');
-    const std::uint64_t gtZ = low7 + ones * (0x80 - 'z' - 1);
-    const std::uint64_t isLower = geA & ~gtZ & ~w & highs;
-    key = w - (isLower >> 2);
+    if (k >= 8) {
+        if (len > 8) {
+            const unsigned char c = t[8];
+            if (c != ' ' && c != '\r' && c != '\n') return false;
+        }
+        k = 8;
+    } else {
+        w &= (std::uint64_t{1} << (8 * k)) - 1;
+    }
+    key = w;
     keyLen = static_cast<std::uint8_t>(k);
     return true;
 #else
@@ -461,6 +460,7 @@ inline BlockMasks blockMasks(const unsigned char* s, bool www, bool exact) {
         if (!www) continue;
         const __m128i colonAt = _mm_cmpeq_epi8(x, _mm_set1_epi8(':'));
         const __m128i dotAt = _mm_cmpeq_epi8(x, _mm_set1_epi8('.'));
+        if (_mm_movemask_epi8(_mm_or_si128(colonAt, dotAt)) == 0) continue;
         __m128i a;
         if (exact || g > 0) {
             const __m128i v20 = _mm_set1_epi8(0x20);

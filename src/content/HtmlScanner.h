@@ -93,8 +93,9 @@ private:
     std::int64_t tagTextTotal_ = 0;
     std::array<bool, 10> commonSeen_{};
     struct NameSlot {
-        std::uint32_t hash = 0;   // 0: free
-        std::uint32_t index = 0;  // the name's place in tags_
+        std::uint32_t hash = 0;
+        std::uint32_t index = 0;       // the name's place in tags_
+        std::uint32_t generation = 0;  // the file it belongs to; another: free
     };
     std::array<NameSlot, 512> nameSlots_{};
     // First words of tags that need no more work in this file.

@@ -2,6 +2,10 @@
 
 #include <cstring>
 
+#if defined(__SSE2__)
+#include <emmintrin.h>
+#endif
+
 namespace tav {
 
 namespace {
@@ -52,6 +56,37 @@ std::size_t StreamFinder::findIn(std::string_view text, std::size_t from) const 
     if (m == 0) return from <= text.size() ? from : npos;
     if (text.size() < m || from > text.size() - m) return npos;
     const char* base = text.data();
+#if defined(__SSE2__)
+    // Sixteen places at a time: the first and the last byte of the pattern
+    // must both match before the whole is compared.
+    if (m >= 2) {
+        const auto f = static_cast<unsigned char>(pattern_[0]);
+        const auto l = static_cast<unsigned char>(pattern_[m - 1]);
+        auto other = [&](unsigned char c) {
+            return (ignoreCase_ && c >= 'a' && c <= 'z') ? static_cast<unsigned char>(c - 32) : c;
+        };
+        const __m128i f1 = _mm_set1_epi8(static_cast<char>(f)), f2 = _mm_set1_epi8(static_cast<char>(other(f)));
+        const __m128i l1 = _mm_set1_epi8(static_cast<char>(l)), l2 = _mm_set1_epi8(static_cast<char>(other(l)));
+        std::size_t i = from;
+        const std::size_t last = text.size() - m;  // last place a match may start
+        while (i + 16 <= last + 1) {
+            const __m128i a = _mm_loadu_si128(reinterpret_cast<const __m128i*>(base + i));
+            const __m128i b = _mm_loadu_si128(reinterpret_cast<const __m128i*>(base + i + m - 1));
+            const __m128i hit = _mm_and_si128(_mm_or_si128(_mm_cmpeq_epi8(a, f1), _mm_cmpeq_epi8(a, f2)),
+                                              _mm_or_si128(_mm_cmpeq_epi8(b, l1), _mm_cmpeq_epi8(b, l2)));
+            auto mask = static_cast<unsigned>(_mm_movemask_epi8(hit));
+            while (mask != 0) {
+                const std::size_t at = i + static_cast<std::size_t>(__builtin_ctz(mask));
+                if (matchesAt(base + at)) return at;
+                mask &= mask - 1;
+            }
+            i += 16;
+        }
+        for (; i <= last; ++i)
+            if (matchesAt(base + i)) return i;
+        return npos;
+    }
+#endif
     std::size_t a = from + anchor_;             // next anchor position to look at
     const std::size_t aLast = text.size() - m + anchor_;
     while (a <= aLast) {

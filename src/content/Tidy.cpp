@@ -28,7 +28,8 @@ std::string cutToLength(std::string_view s, std::size_t start, std::size_t maxLe
 }  // namespace
 
 std::string Tidy(std::string_view text, std::size_t maxLength, int maxBlankLines, bool joinLineEnds) {
-    if (!joinLineEnds) return cutToLength(text, firstKeepable(text, 0), maxLength);
+    if (!joinLineEnds || (text.find('\r') == std::string_view::npos && text.find('\n') == std::string_view::npos))
+        return cutToLength(text, firstKeepable(text, 0), maxLength);
 
     std::string out;
     out.reserve(text.size() < 4096 ? text.size() : 4096);
