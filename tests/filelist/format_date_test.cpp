@@ -3,6 +3,7 @@
 
 #include <string>
 
+#include "format_test_print.h"
 #include "filelist/DateParseText.h"
 #include "filelist/FormatDateMask.h"
 #include "filelist/FormatValueText.h"

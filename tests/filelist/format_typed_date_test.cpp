@@ -4,6 +4,7 @@
 
 #include <string>
 
+#include "format_test_print.h"
 #include "filelist/DateParseRegional.h"
 #include "filelist/DateParseTyped.h"
 
