@@ -76,6 +76,11 @@ Probe probe(std::string_view name) {
 }
 
 bool isDeviceError(const std::error_code& ec) {
+#ifdef _WIN32
+    // ERROR_NOT_READY, ERROR_GEN_FAILURE and ERROR_NO_MEDIA_IN_DRIVE.
+    if (ec.category() == std::system_category())
+        return ec.value() == 21 || ec.value() == 31 || ec.value() == 1112;
+#endif
     if (ec.category() != std::generic_category() && ec.category() != std::system_category()) return false;
     switch (ec.value()) {
     case EIO:

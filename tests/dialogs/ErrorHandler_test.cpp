@@ -2,47 +2,13 @@
 
 #include <gtest/gtest.h>
 
-#include <deque>
-#include <functional>
-
 #include "core/AppError.h"
 #include "dialogs/ErrorLog.h"
-#include "dialogs/ErrorScreen.h"
+#include "support/ScriptedErrorScreen.h"
 #include "support/TempDir.h"
 
 namespace tav {
 namespace {
-
-// Answers the error screens from a script and records what they showed.
-class ScriptedScreen : public ErrorScreen {
-public:
-    std::deque<bool> errorAnswers;  // OK = true
-    std::deque<bool> endAnswers;    // Yes = true
-    std::vector<std::string> errors, asks, notices, noticeTitles;
-    std::function<void()> onError;  // runs inside the error screen
-    int boxesClosed = 0;
-
-    bool showError(const std::string&, const std::string& text) override {
-        errors.push_back(text);
-        if (onError) onError();
-        if (errorAnswers.empty()) return true;
-        bool a = errorAnswers.front();
-        errorAnswers.pop_front();
-        return a;
-    }
-    bool askEndSystem(const std::string&, const std::string& text) override {
-        asks.push_back(text);
-        if (endAnswers.empty()) return false;
-        bool a = endAnswers.front();
-        endAnswers.pop_front();
-        return a;
-    }
-    void showNotice(const std::string& title, const std::string& text) override {
-        noticeTitles.push_back(title);
-        notices.push_back(text);
-    }
-    void closeOpenBoxes() override { ++boxesClosed; }
-};
 
 std::chrono::system_clock::time_point fixedTime() {
     std::tm tm{};
@@ -59,7 +25,7 @@ std::chrono::system_clock::time_point fixedTime() {
 class ErrorHandlerTest : public ::testing::Test {
 protected:
     tavtest::TempDir dir;
-    ScriptedScreen screen;
+    tavtest::ScriptedErrorScreen screen;
     int ends = 0;
     ErrorHandler handler{screen, [this] { ++ends; }, "Tavelo"};
     std::string log = (dir / "err.log").string();
