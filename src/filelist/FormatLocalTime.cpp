@@ -1,5 +1,6 @@
 #include "filelist/FormatLocalTime.h"
 
+#include <algorithm>
 #include <chrono>
 #include <ctime>
 
@@ -45,26 +46,55 @@ std::int64_t posixSecondsOf(std::filesystem::file_time_type time) {
     return std::chrono::floor<std::chrono::seconds>(system).time_since_epoch().count();
 }
 
+const LocalTimeConverter::Span* LocalTimeConverter::findSpan(std::int64_t seconds) {
+    if (last_ < spans_.size() && spans_[last_].start <= seconds && seconds < spans_[last_].end) return &spans_[last_];
+    auto it = std::upper_bound(spans_.begin(), spans_.end(), seconds,
+                               [](std::int64_t s, const Span& span) { return s < span.start; });
+    if (it == spans_.begin()) return nullptr;
+    --it;
+    if (seconds >= it->end) return nullptr;
+    last_ = static_cast<std::size_t>(it - spans_.begin());
+    return &*it;
+}
+
+void LocalTimeConverter::addSpan(Span span) {
+    auto it = std::upper_bound(spans_.begin(), spans_.end(), span.start,
+                               [](std::int64_t s, const Span& other) { return s < other.start; });
+    it = spans_.insert(it, span);
+    // Join with the neighbours where they touch and agree.
+    if (it + 1 != spans_.end() && (it + 1)->start == it->end && (it + 1)->offset == it->offset) {
+        it->end = (it + 1)->end;
+        spans_.erase(it + 1);
+    }
+    if (it != spans_.begin() && (it - 1)->end == it->start && (it - 1)->offset == it->offset) {
+        (it - 1)->end = it->end;
+        it = spans_.erase(it) - 1;
+    }
+    last_ = static_cast<std::size_t>(it - spans_.begin());
+}
+
 CivilDateTime LocalTimeConverter::fromPosix(std::int64_t seconds) {
-    const std::int64_t hour = floorDiv(seconds, 3600);
-    Slot& slot = slots_[static_cast<std::uint64_t>(hour) % slots_.size()];
-    if (slot.hour != hour) {
+    if (const Span* span = findSpan(seconds)) return civilFromSeconds(seconds + span->offset);
+    // A day, or else an hour, with one offset at both ends has no change
+    // inside: zones change their offset at most a few times a year.
+    for (const std::int64_t length : {std::int64_t{86400}, std::int64_t{3600}}) {
+        const std::int64_t start = floorDiv(seconds, length) * length;
         std::int32_t first = 0, last = 0;
-        const bool known = offsetAt(hour * 3600, first) && offsetAt(hour * 3600 + 3599, last);
-        slot.hour = hour;
-        slot.offset = first;
-        slot.uniform = known && first == last;
-        if (!known) {
-            slot.offset = 0;
-            slot.uniform = true;  // no zone information: show UTC
+        if (!offsetAt(start, first) || !offsetAt(start + length - 1, last)) return civilFromSeconds(seconds);
+        if (first == last) {
+            addSpan(Span{start, start + length, first});
+            return civilFromSeconds(seconds + first);
         }
     }
-    std::int32_t offset = slot.offset;
-    if (!slot.uniform && !offsetAt(seconds, offset)) offset = 0;
+    std::int32_t offset = 0;
+    if (!offsetAt(seconds, offset)) offset = 0;
     return civilFromSeconds(seconds + offset);
 }
 
-void LocalTimeConverter::reset() { slots_.fill(Slot{}); }
+void LocalTimeConverter::reset() {
+    spans_.clear();
+    last_ = 0;
+}
 
 CivilDateTime localCivilTime(std::int64_t posixSeconds) { return threadConverter().fromPosix(posixSeconds); }
 

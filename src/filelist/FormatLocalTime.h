@@ -1,11 +1,14 @@
 #pragma once
 // File times to local civil time, the way the list shows them. The C library
-// is asked once for each hour of UTC that the files touch; within an hour
-// without a change of offset the rest is arithmetic. One converter per job:
-// it is not shared between threads.
-#include <array>
+// is asked twice for each UTC day that the files touch: a day whose first
+// and last second have the same offset is taken as one span of that offset,
+// and neighbouring spans of one offset are joined, so after a few files the
+// whole listed period is a handful of spans and the rest is arithmetic. The
+// hour of a change of offset is told by the library second by second. One
+// converter per job: it is not shared between threads.
 #include <cstdint>
 #include <filesystem>
+#include <vector>
 
 #include "filelist/FormatCivil.h"
 
@@ -23,12 +26,16 @@ public:
     void reset();
 
 private:
-    struct Slot {
-        std::int64_t hour = INT64_MIN;  // UTC hour number the entry holds
-        std::int32_t offset = 0;        // local minus UTC, seconds
-        bool uniform = false;           // one offset for the whole hour
+    struct Span {
+        std::int64_t start;   // first UTC second
+        std::int64_t end;     // one past the last
+        std::int32_t offset;  // local minus UTC, seconds
     };
-    std::array<Slot, 256> slots_{};
+    const Span* findSpan(std::int64_t seconds);
+    void addSpan(Span span);
+
+    std::vector<Span> spans_;  // sorted, not overlapping
+    std::size_t last_ = 0;     // the span of the previous call
 };
 
 // The same through a converter of the calling thread.
