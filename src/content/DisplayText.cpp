@@ -1,6 +1,8 @@
 #include "content/DisplayText.h"
 
 #include <array>
+#include <cstdint>
+#include <cstring>
 
 namespace tav {
 
@@ -44,6 +46,13 @@ void appendDisplayText(std::string& out, std::string_view bytes) {
     while (i < n) {
         // Runs of ASCII go over in one piece.
         std::size_t j = i;
+        // Eight bytes at a time while none has its high bit set.
+        while (j + 8 <= n) {
+            std::uint64_t w;
+            std::memcpy(&w, bytes.data() + j, 8);
+            if (w & 0x8080808080808080ULL) break;
+            j += 8;
+        }
         while (j < n && static_cast<unsigned char>(bytes[j]) < 0x80) ++j;
         out.append(bytes.data() + i, j - i);
         i = j;
@@ -83,7 +92,11 @@ char32_t nextCodePoint(std::string_view s, std::size_t& i) {
 std::size_t byteLengthOfChars(std::string_view text, std::size_t count) {
     std::size_t i = 0;
     while (count > 0 && i < text.size()) {
-        nextCodePoint(text, i);
+        if (static_cast<unsigned char>(text[i]) < 0x80) {
+            ++i;
+        } else {
+            nextCodePoint(text, i);
+        }
         --count;
     }
     return i;

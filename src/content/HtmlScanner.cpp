@@ -7,6 +7,9 @@
 #if defined(__SSE2__)
 #include <emmintrin.h>
 #endif
+#if defined(__GNUC__) && defined(__x86_64__)
+#include <immintrin.h>
+#endif
 
 namespace tav {
 
@@ -437,64 +440,144 @@ void HtmlScanner::onHit(std::string_view chunk, std::size_t hit, unsigned char c
 
 namespace {
 
-// Bit masks of one 64-byte block, bit k for byte k.
-struct BlockMasks {
-    std::uint64_t lt = 0, gt = 0, at = 0, addr = 0;
-};
-
-// `exact`: s[-4..-1] may be read, so "http:" and "www." are matched here;
-// otherwise every ':' and '.' is marked and the caller checks them.
-inline BlockMasks blockMasks(const unsigned char* s, bool www, bool exact) {
-    BlockMasks m;
+// The delimiter mask of one 64-byte block, bit k for byte k: '<' and '>'
+// (one compare: only they give 0x3E when or-ed with 2), '@' when mail is
+// wanted, and when WWW is wanted the ':' of "http:" and the '.' of "www."
+// (ignoring case). `exact`: s[-4..-1] may be read; otherwise every ':' and
+// '.' of the first 16 bytes is marked and the caller checks the text.
 #if defined(__SSE2__)
-    const __m128i vlt = _mm_set1_epi8('<');
-    const __m128i vgt = _mm_set1_epi8('>');
+inline std::uint64_t eventMaskSse2(const unsigned char* s, bool www, bool mail, bool exact) {
+    const __m128i v2 = _mm_set1_epi8(2);
+    const __m128i vangle = _mm_set1_epi8(0x3E);
     const __m128i vat = _mm_set1_epi8('@');
+    std::uint64_t events = 0;
     for (int g = 0; g < 4; ++g) {
         const unsigned char* p = s + 16 * g;
         const __m128i x = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p));
-        const auto shift = static_cast<unsigned>(16 * g);
-        m.lt |= static_cast<std::uint64_t>(static_cast<unsigned>(_mm_movemask_epi8(_mm_cmpeq_epi8(x, vlt)))) << shift;
-        m.gt |= static_cast<std::uint64_t>(static_cast<unsigned>(_mm_movemask_epi8(_mm_cmpeq_epi8(x, vgt)))) << shift;
-        m.at |= static_cast<std::uint64_t>(static_cast<unsigned>(_mm_movemask_epi8(_mm_cmpeq_epi8(x, vat)))) << shift;
-        if (!www) continue;
-        const __m128i colonAt = _mm_cmpeq_epi8(x, _mm_set1_epi8(':'));
-        const __m128i dotAt = _mm_cmpeq_epi8(x, _mm_set1_epi8('.'));
-        if (_mm_movemask_epi8(_mm_or_si128(colonAt, dotAt)) == 0) continue;
-        __m128i a;
-        if (exact || g > 0) {
-            const __m128i v20 = _mm_set1_epi8(0x20);
-            const __m128i x1 = _mm_or_si128(_mm_loadu_si128(reinterpret_cast<const __m128i*>(p - 1)), v20);
-            const __m128i x2 = _mm_or_si128(_mm_loadu_si128(reinterpret_cast<const __m128i*>(p - 2)), v20);
-            const __m128i x3 = _mm_or_si128(_mm_loadu_si128(reinterpret_cast<const __m128i*>(p - 3)), v20);
-            const __m128i x4 = _mm_or_si128(_mm_loadu_si128(reinterpret_cast<const __m128i*>(p - 4)), v20);
-            const __m128i vw = _mm_set1_epi8('w');
-            const __m128i vt = _mm_set1_epi8('t');
-            const __m128i colon = _mm_and_si128(
-                _mm_and_si128(colonAt, _mm_cmpeq_epi8(x1, _mm_set1_epi8('p'))),
-                _mm_and_si128(_mm_and_si128(_mm_cmpeq_epi8(x2, vt), _mm_cmpeq_epi8(x3, vt)),
-                              _mm_cmpeq_epi8(x4, _mm_set1_epi8('h'))));
-            const __m128i dot = _mm_and_si128(_mm_and_si128(dotAt, _mm_cmpeq_epi8(x1, vw)),
-                                              _mm_and_si128(_mm_cmpeq_epi8(x2, vw), _mm_cmpeq_epi8(x3, vw)));
-            a = _mm_or_si128(colon, dot);
-        } else {
-            a = _mm_or_si128(colonAt, dotAt);
+        __m128i e = _mm_cmpeq_epi8(_mm_or_si128(x, v2), vangle);
+        if (mail) e = _mm_or_si128(e, _mm_cmpeq_epi8(x, vat));
+        if (www) {
+            const __m128i colonAt = _mm_cmpeq_epi8(x, _mm_set1_epi8(':'));
+            const __m128i dotAt = _mm_cmpeq_epi8(x, _mm_set1_epi8('.'));
+            if (_mm_movemask_epi8(_mm_or_si128(colonAt, dotAt)) != 0) {
+                if (exact || g > 0) {
+                    const __m128i v20 = _mm_set1_epi8(0x20);
+                    const __m128i x1 = _mm_or_si128(_mm_loadu_si128(reinterpret_cast<const __m128i*>(p - 1)), v20);
+                    const __m128i x2 = _mm_or_si128(_mm_loadu_si128(reinterpret_cast<const __m128i*>(p - 2)), v20);
+                    const __m128i x3 = _mm_or_si128(_mm_loadu_si128(reinterpret_cast<const __m128i*>(p - 3)), v20);
+                    const __m128i x4 = _mm_or_si128(_mm_loadu_si128(reinterpret_cast<const __m128i*>(p - 4)), v20);
+                    const __m128i vw = _mm_set1_epi8('w');
+                    const __m128i vt = _mm_set1_epi8('t');
+                    const __m128i colon = _mm_and_si128(
+                        _mm_and_si128(colonAt, _mm_cmpeq_epi8(x1, _mm_set1_epi8('p'))),
+                        _mm_and_si128(_mm_and_si128(_mm_cmpeq_epi8(x2, vt), _mm_cmpeq_epi8(x3, vt)),
+                                      _mm_cmpeq_epi8(x4, _mm_set1_epi8('h'))));
+                    const __m128i dot = _mm_and_si128(_mm_and_si128(dotAt, _mm_cmpeq_epi8(x1, vw)),
+                                                      _mm_and_si128(_mm_cmpeq_epi8(x2, vw), _mm_cmpeq_epi8(x3, vw)));
+                    e = _mm_or_si128(e, _mm_or_si128(colon, dot));
+                } else {
+                    e = _mm_or_si128(e, _mm_or_si128(colonAt, dotAt));
+                }
+            }
         }
-        m.addr |= static_cast<std::uint64_t>(static_cast<unsigned>(_mm_movemask_epi8(a))) << shift;
+        events |= static_cast<std::uint64_t>(static_cast<unsigned>(_mm_movemask_epi8(e))) << (16 * g);
     }
-#else
-    (void)exact;
-    for (unsigned k = 0; k < 64; ++k) {
-        const unsigned char x = s[k];
-        const std::uint64_t bit = std::uint64_t{1} << k;
-        if (x == '<') m.lt |= bit;
-        if (x == '>') m.gt |= bit;
-        if (x == '@') m.at |= bit;
-        if (www && (x == ':' || x == '.')) m.addr |= bit;
-    }
-#endif
-    return m;
+    return events;
 }
+#endif
+
+#if defined(__GNUC__) && defined(__x86_64__)
+#define TAV_HAVE_AVX2_PATH 1
+__attribute__((target("avx2"))) inline std::uint64_t eventMaskAvx2(const unsigned char* s, bool www, bool mail,
+                                                            bool exact) {
+    const __m256i v2 = _mm256_set1_epi8(2);
+    const __m256i vangle = _mm256_set1_epi8(0x3E);
+    const __m256i vat = _mm256_set1_epi8('@');
+    std::uint64_t events = 0;
+    for (int g = 0; g < 2; ++g) {
+        const unsigned char* p = s + 32 * g;
+        const __m256i x = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(p));
+        __m256i e = _mm256_cmpeq_epi8(_mm256_or_si256(x, v2), vangle);
+        if (mail) e = _mm256_or_si256(e, _mm256_cmpeq_epi8(x, vat));
+        if (www) {
+            const __m256i colonAt = _mm256_cmpeq_epi8(x, _mm256_set1_epi8(':'));
+            const __m256i dotAt = _mm256_cmpeq_epi8(x, _mm256_set1_epi8('.'));
+            if (!_mm256_testz_si256(_mm256_or_si256(colonAt, dotAt), _mm256_or_si256(colonAt, dotAt))) {
+                if (exact || g > 0) {
+                    const __m256i v20 = _mm256_set1_epi8(0x20);
+                    const __m256i x1 = _mm256_or_si256(_mm256_loadu_si256(reinterpret_cast<const __m256i*>(p - 1)), v20);
+                    const __m256i x2 = _mm256_or_si256(_mm256_loadu_si256(reinterpret_cast<const __m256i*>(p - 2)), v20);
+                    const __m256i x3 = _mm256_or_si256(_mm256_loadu_si256(reinterpret_cast<const __m256i*>(p - 3)), v20);
+                    const __m256i x4 = _mm256_or_si256(_mm256_loadu_si256(reinterpret_cast<const __m256i*>(p - 4)), v20);
+                    const __m256i vw = _mm256_set1_epi8('w');
+                    const __m256i vt = _mm256_set1_epi8('t');
+                    const __m256i colon = _mm256_and_si256(
+                        _mm256_and_si256(colonAt, _mm256_cmpeq_epi8(x1, _mm256_set1_epi8('p'))),
+                        _mm256_and_si256(_mm256_and_si256(_mm256_cmpeq_epi8(x2, vt), _mm256_cmpeq_epi8(x3, vt)),
+                                         _mm256_cmpeq_epi8(x4, _mm256_set1_epi8('h'))));
+                    const __m256i dot =
+                        _mm256_and_si256(_mm256_and_si256(dotAt, _mm256_cmpeq_epi8(x1, vw)),
+                                         _mm256_and_si256(_mm256_cmpeq_epi8(x2, vw), _mm256_cmpeq_epi8(x3, vw)));
+                    e = _mm256_or_si256(e, _mm256_or_si256(colon, dot));
+                } else {
+                    e = _mm256_or_si256(e, _mm256_or_si256(colonAt, dotAt));
+                }
+            }
+        }
+        events |= static_cast<std::uint64_t>(static_cast<std::uint32_t>(_mm256_movemask_epi8(e))) << (32 * g);
+    }
+    return events;
+}
+#endif
+
+// The same for the last, shorter block, byte by byte; ':' and '.' are all marked.
+inline std::uint64_t eventMaskTail(const unsigned char* s, std::size_t count, bool www, bool mail) {
+    std::uint64_t events = 0;
+    for (std::size_t k = 0; k < count; ++k) {
+        const unsigned char x = s[k];
+        if (x == '<' || x == '>' || (mail && x == '@') || (www && (x == ':' || x == '.')))
+            events |= std::uint64_t{1} << k;
+    }
+    return events;
+}
+
+// Masks of `blocks` whole blocks from s into out; the first block may read
+// s[-4..-1] when `exact`.
+using EventMaskFn = void (*)(const unsigned char*, std::size_t, bool, bool, bool, std::uint64_t*);
+
+#if defined(__SSE2__)
+void eventMasksSse2(const unsigned char* s, std::size_t blocks, bool www, bool mail, bool exact, std::uint64_t* out) {
+    for (std::size_t i = 0; i < blocks; ++i) out[i] = eventMaskSse2(s + 64 * i, www, mail, exact || i > 0);
+}
+#endif
+
+#if defined(TAV_HAVE_AVX2_PATH)
+__attribute__((target("avx2"))) void eventMasksAvx2(const unsigned char* s, std::size_t blocks, bool www,
+                                                    bool mail, bool exact, std::uint64_t* out) {
+    for (std::size_t i = 0; i < blocks; ++i) out[i] = eventMaskAvx2(s + 64 * i, www, mail, exact || i > 0);
+}
+#endif
+
+#if !defined(__SSE2__)
+void eventMasksPlain(const unsigned char* s, std::size_t blocks, bool www, bool mail, bool /*exact*/,
+                     std::uint64_t* out) {
+    for (std::size_t i = 0; i < blocks; ++i) out[i] = eventMaskTail(s + 64 * i, 64, www, mail);
+}
+#endif
+
+// The best routine for this processor, chosen once.
+EventMaskFn chooseEventMask() {
+#if defined(TAV_HAVE_AVX2_PATH)
+    if (__builtin_cpu_supports("avx2")) return eventMasksAvx2;
+#endif
+#if defined(__SSE2__)
+    return eventMasksSse2;
+#else
+    return eventMasksPlain;
+#endif
+}
+
+const EventMaskFn kEventMask = chooseEventMask();
 
 }  // namespace
 
@@ -506,28 +589,24 @@ void HtmlScanner::feed(std::string_view chunk) {
     // Every byte is classified once, 64 at a time; the delimiters of the
     // block are then taken in order. A class that does not apply in the
     // current mode ('>' in text, '<' in a tag) is passed over.
-    std::size_t b = 0;
-    for (; b < n; b += 64) {
-        BlockMasks m;
-        if (b + 64 <= n) {
-            m = blockMasks(s + b, wwwOn_, b >= 4);
-        } else {
-            for (std::size_t k = b; k < n; ++k) {
-                const unsigned char x = s[k];
-                const std::uint64_t bit = std::uint64_t{1} << (k - b);
-                if (x == '<') m.lt |= bit;
-                if (x == '>') m.gt |= bit;
-                if (x == '@') m.at |= bit;
-                if (x == ':' || x == '.') m.addr |= bit;
-            }
+    // The masks of a stretch of blocks are made in one go, with the wants
+    // of its start: a want that ends meanwhile only leaves events that the
+    // loop passes over.
+    constexpr std::size_t kStretch = 64;
+    std::uint64_t masks[kStretch];
+    for (std::size_t b = 0; b < n; b += 64) {
+        const std::size_t index = (b / 64) % kStretch;
+        if (index == 0 && b + 64 <= n) {
+            std::size_t blocks = (n - b) / 64;
+            if (blocks > kStretch) blocks = kStretch;
+            kEventMask(s + b, blocks, wwwOn_, mailOn_, b >= 4, masks);
         }
-        std::uint64_t all = m.lt | m.gt | m.at | m.addr;
-        while (all != 0) {
-            const unsigned k = static_cast<unsigned>(__builtin_ctzll(all));
-            all &= all - 1;
-            const std::uint64_t bit = std::uint64_t{1} << k;
-            const std::size_t hit = b + k;
-            if (m.lt & bit) {
+        std::uint64_t events = b + 64 <= n ? masks[index] : eventMaskTail(s + b, n - b, wwwOn_, mailOn_);
+        while (events != 0) {
+            const std::size_t hit = b + static_cast<std::size_t>(__builtin_ctzll(events));
+            events &= events - 1;
+            const unsigned char c = s[hit];
+            if (c == '<') {
                 if (mode_ != Mode::Text) continue;
                 if (plain_) {
                     onHit(chunk, hit, '<', runFrom);
@@ -540,7 +619,7 @@ void HtmlScanner::feed(std::string_view chunk) {
                 tagLast_[0] = tagLast_[1] = 0;
                 pieceStart_ = pos_ + static_cast<std::int64_t>(hit) + 1;
                 runFrom = hit + 1;
-            } else if (m.gt & bit) {
+            } else if (c == '>') {
                 if (mode_ == Mode::Text) continue;
                 if (mode_ == Mode::Tag && tagBuf_.empty()) {
                     // A tag whose first word needs no more work ends here.
@@ -557,10 +636,10 @@ void HtmlScanner::feed(std::string_view chunk) {
                     }
                 }
                 onHit(chunk, hit, '>', runFrom);
-            } else if (m.at & bit) {
+            } else if (c == '@') {
                 if (mailOn_) onMailHit(s, hit);
             } else if (wwwOn_) {
-                onHit(chunk, hit, s[hit], runFrom);
+                onHit(chunk, hit, c, runFrom);
             }
         }
     }

@@ -12,6 +12,12 @@ bool keepsAtStart(char32_t c) { return (c >= 32 && c <= 126) || c >= 160; }
 std::size_t firstKeepable(std::string_view s, std::size_t from) {
     std::size_t i = from;
     while (i < s.size()) {
+        const auto b = static_cast<unsigned char>(s[i]);
+        if (b >= 32 && b <= 126) return i;
+        if (b < 0x80) {
+            ++i;
+            continue;
+        }
         std::size_t next = i;
         if (keepsAtStart(nextCodePoint(s, next))) return i;
         i = next;
