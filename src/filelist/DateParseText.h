@@ -6,6 +6,7 @@
 // written as its English name or first three letters; a time may end in
 // AM/PM or A/P. A two-digit year is 1930 to 2029. A time without a date
 // lies on day 0, 30 December 1899.
+#include <cstdint>
 #include <string_view>
 
 #include "filelist/FormatCivil.h"
@@ -16,5 +17,9 @@ namespace tav {
 // valid date and/or time. A day-first date whose day and month cannot be
 // so is read month first.
 bool readDateTimeText(std::string_view text, CivilDateTime& out);
+
+// The day number of a date text read as above, the time dropped; 0 if the
+// text is no date.
+std::int64_t wholeDayNumber(std::string_view text);
 
 }  // namespace tav

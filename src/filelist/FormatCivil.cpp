@@ -83,9 +83,4 @@ int dayOfYear(int year, int month, int day) {
     return static_cast<int>(daysFromCivil(year, month, day) - daysFromCivil(year, 1, 1)) + 1;
 }
 
-double civilToSerial(const CivilDateTime& v) {
-    return static_cast<double>(daySerial(v.year, v.month, v.day)) +
-           (v.hour * 3600 + v.minute * 60 + v.second) / 86400.0;
-}
-
 }  // namespace tav

@@ -49,8 +49,4 @@ int weekdayNumber(int year, int month, int day);
 // 1 = 1 January.
 int dayOfYear(int year, int month, int day);
 
-// A date-time built from a day number and a fraction of a day, as number
-// masks and date masks exchange values.
-double civilToSerial(const CivilDateTime& value);
-
 }  // namespace tav

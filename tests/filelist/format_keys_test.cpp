@@ -7,6 +7,8 @@
 #include <string>
 #include <vector>
 
+#include "filelist/DateParseText.h"
+#include "filelist/FormatCellPut.h"
 #include "filelist/FormatCivil.h"
 #include "filelist/FormatColumnMask.h"
 #include "filelist/FormatDateMask.h"
@@ -119,6 +121,50 @@ TEST(WholeDayNumber, CountsFromTheEndOf1899AndDropsTheTime) {
     EXPECT_EQ(tav::wholeDayNumber({2001, 2, 29, 0, 0, 0}), 0);
     EXPECT_EQ(tav::wholeDayNumber({2000, 1, 1, 24, 0, 0}), 0);
 }
+
+TEST(WholeDayNumber, OfTexts) {
+    EXPECT_EQ(tav::wholeDayNumber("29/12/2000 23:44.01"), 36889);
+    EXPECT_EQ(tav::wholeDayNumber("2000/12/29"), 36889);
+    EXPECT_EQ(tav::wholeDayNumber("not a date"), 0);
+}
+
+struct CellCase {
+    const char* name;
+    const char* value;
+    const char* displayMask;
+    const char* keyMask;
+    bool mayGrow;
+    const char* display;
+    const char* key;
+    const char* keyMaskAfter;
+};
+
+class CellPut : public ::testing::TestWithParam<CellCase> {};
+
+TEST_P(CellPut, GivesDisplayAndKey) {
+    const CellCase& c = GetParam();
+    const tav::CellTexts cell = tav::formatCellTexts(c.value, c.displayMask, c.keyMask, c.mayGrow);
+    EXPECT_EQ(cell.display, c.display);
+    EXPECT_EQ(cell.key, c.key);
+    EXPECT_EQ(cell.keyMask, c.keyMaskAfter);
+    EXPECT_EQ(cell.keyGrew, std::string(c.keyMask) != c.keyMaskAfter);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Table, CellPut,
+    ::testing::Values(
+        CellCase{"FileDate", "29/12/2000", "dd mmm yyyy", "yyyy/mm/dd", false, "29 Dec 2000", "2000/12/29",
+                 "yyyy/mm/dd"},
+        CellCase{"FileTime", "23:44.01", "hh:mm AM/PM", "hh:nn:ss", false, "11:44 PM", "23:44:01", "hh:nn:ss"},
+        CellCase{"Size", "5000000000", "#,##0", "0000000000000000", true, "5,000,000,000", "0000005000000000",
+                 "0000000000000000"},
+        CellCase{"EmptySizeOfDirectory", "", "#,##0", "0000000000000000", true, "", "", "0000000000000000"},
+        CellCase{"ZeroSizeUnderHash", "0", "#", "0000000000000000", true, "", "0000000000000000",
+                 "0000000000000000"},
+        CellCase{"NumberLongerThanKeyGrows", "123456", "0", "0000", true, "123456", "123456", "000000"},
+        CellCase{"NoDisplayMask", "any text", "", "", false, "any text", "", ""},
+        CellCase{"BrokenDisplayMaskLeavesValue", "12", "\"open", "00", true, "12", "12", "00"}),
+    [](const auto& p) { return std::string(p.param.name); });
 
 TEST(CivilCalendar, DaysRoundTripOverFourCenturies) {
     for (std::int64_t days = tav::daysFromCivil(1900, 1, 1); days < tav::daysFromCivil(2300, 1, 1); days += 37) {
