@@ -189,9 +189,9 @@ bool readDateTimeText(std::string_view text, CivilDateTime& out) {
     return true;
 }
 
-std::int64_t wholeDayNumber(std::string_view text) {
+std::int64_t WholeDayNumber(std::string_view text) {
     CivilDateTime value;
-    return readDateTimeText(text, value) ? wholeDayNumber(value) : 0;
+    return readDateTimeText(text, value) ? WholeDayNumber(value) : 0;
 }
 
 }  // namespace tav

@@ -20,6 +20,6 @@ bool readDateTimeText(std::string_view text, CivilDateTime& out);
 
 // The day number of a date text read as above, the time dropped; 0 if the
 // text is no date.
-std::int64_t wholeDayNumber(std::string_view text);
+std::int64_t WholeDayNumber(std::string_view text);
 
 }  // namespace tav

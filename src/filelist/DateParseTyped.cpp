@@ -143,6 +143,6 @@ TypedDateReader& typedDateReader() {
     return reader;
 }
 
-TypedDate readTypedDate(std::string_view text) { return typedDateReader().read(text); }
+TypedDate ReadTypedDate(std::string_view text) { return typedDateReader().read(text); }
 
 }  // namespace tav

@@ -50,6 +50,6 @@ private:
 
 // The program-wide reader, and reading through it.
 TypedDateReader& typedDateReader();
-TypedDate readTypedDate(std::string_view text);
+TypedDate ReadTypedDate(std::string_view text);
 
 }  // namespace tav

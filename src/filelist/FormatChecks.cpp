@@ -8,12 +8,12 @@
 
 namespace tav {
 
-bool sizeFormatIsReversible(std::string_view mask) {
+bool SizeFormatIsReversible(std::string_view mask) {
     const FormatResult shown = formatNumber(kSizeTestValue, mask);
     if (!shown.ok()) return false;
     const FormatResult plain = formatValueText(shown.text, "#");
     if (!plain.ok()) return false;
-    return readNumber(plain.text) == static_cast<double>(kSizeTestValue);
+    return ReadNumber(plain.text) == static_cast<double>(kSizeTestValue);
 }
 
 std::string dateFormatProblem(std::string_view mask) {
@@ -66,7 +66,7 @@ FormatsVerdict checkEditedFormats(const WindowFormats& formats) {
         verdict.failed = FormatsVerdict::Field::Size;
         verdict.message = std::move(s);
     } else {
-        verdict.sizeReversible = sizeFormatIsReversible(formats.size);
+        verdict.sizeReversible = SizeFormatIsReversible(formats.size);
     }
     return verdict;
 }

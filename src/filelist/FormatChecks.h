@@ -24,7 +24,7 @@ inline constexpr std::string_view kReformatProgressText = "Update Grid with new 
 // True if the totals can be read back from Size cells in this mask: the
 // test size, put through the mask and then through `#`, reads back with the
 // number reader as the same value. Any failure counts as not reversible.
-bool sizeFormatIsReversible(std::string_view mask);
+bool SizeFormatIsReversible(std::string_view mask);
 
 // Empty if the mask applies to its test value, else the message to show.
 std::string dateFormatProblem(std::string_view mask);  // applied to 29 December 2000

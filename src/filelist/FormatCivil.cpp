@@ -68,7 +68,7 @@ CivilDateTime civilFromSeconds(std::int64_t seconds) {
 
 std::int64_t daySerial(int year, int month, int day) { return daysFromCivil(year, month, day) - kSerialEpochDays; }
 
-std::int64_t wholeDayNumber(const CivilDateTime& value) {
+std::int64_t WholeDayNumber(const CivilDateTime& value) {
     if (!isValidCivil(value)) return 0;
     return daySerial(value.year, value.month, value.day);
 }

@@ -41,7 +41,7 @@ std::int64_t daySerial(int year, int month, int day);
 
 // The day number of the value's date, the time dropped; 0 if the value is
 // not a valid date.
-std::int64_t wholeDayNumber(const CivilDateTime& value);
+std::int64_t WholeDayNumber(const CivilDateTime& value);
 
 // 1 = Sunday ... 7 = Saturday.
 int weekdayNumber(int year, int month, int day);

@@ -12,7 +12,7 @@ std::string keyMaskForDataType(std::string_view dataType) {
         case 'D': return std::string(kDateKeyMask);
         case 'T': return std::string(kTimeKeyMask);
         case 'N': {
-            const double length = readNumber(dataType.substr(1));
+            const double length = ReadNumber(dataType.substr(1));
             const int zeros = length >= 1 && length <= 255 ? static_cast<int>(length) : kDefaultNumberKeyLength;
             return std::string(zeros, '0');
         }

@@ -11,7 +11,7 @@ std::string freeSpaceTextForBytes(std::uint64_t freeBytes) {
     return formatNumber(static_cast<double>(freeBytes) / 1024.0, "#,###,##0K").text;
 }
 
-std::string freeSpaceText(const std::filesystem::path& path, std::string* error) {
+std::string FreeSpaceText(const std::filesystem::path& path, std::string* error) {
     std::error_code ec;
     std::filesystem::path probe = path.empty() ? std::filesystem::current_path(ec) : path;
     while (!probe.empty() && !std::filesystem::exists(probe, ec) && probe.has_parent_path() &&

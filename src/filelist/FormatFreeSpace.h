@@ -14,6 +14,6 @@ std::string freeSpaceTextForBytes(std::uint64_t freeBytes);
 
 // The free space available to this user on the disk that holds `path` (or
 // its nearest existing parent). Empty, with `error` set, if it cannot be had.
-std::string freeSpaceText(const std::filesystem::path& path, std::string* error = nullptr);
+std::string FreeSpaceText(const std::filesystem::path& path, std::string* error = nullptr);
 
 }  // namespace tav

@@ -86,7 +86,7 @@ std::string without(std::string_view text, char drop) {
 
 }  // namespace
 
-double readNumber(std::string_view text) {
+double ReadNumber(std::string_view text) {
     if (auto v = readOnce(text)) return *v;
     const std::string noAmpersand = without(text, '&');
     if (auto v = readOnce(noAmpersand)) return *v;

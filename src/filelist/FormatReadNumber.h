@@ -10,6 +10,6 @@
 
 namespace tav {
 
-double readNumber(std::string_view text);
+double ReadNumber(std::string_view text);
 
 }  // namespace tav

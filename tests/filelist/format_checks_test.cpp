@@ -20,7 +20,7 @@ struct ReversibleCase {
 class SizeReversible : public ::testing::TestWithParam<ReversibleCase> {};
 
 TEST_P(SizeReversible, Decides) {
-    EXPECT_EQ(tav::sizeFormatIsReversible(GetParam().mask), GetParam().reversible) << GetParam().mask;
+    EXPECT_EQ(tav::SizeFormatIsReversible(GetParam().mask), GetParam().reversible) << GetParam().mask;
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -96,8 +96,8 @@ INSTANTIATE_TEST_SUITE_P(Table, FreeSpace,
 TEST(FreeSpace, OfARealDirectoryAndOfAPathNotYetMade) {
     tavtest::TempDir dir;
     std::string error;
-    EXPECT_FALSE(tav::freeSpaceText(dir.path(), &error).empty()) << error;
-    EXPECT_FALSE(tav::freeSpaceText(dir.path() / "not" / "yet", &error).empty()) << error;
+    EXPECT_FALSE(tav::FreeSpaceText(dir.path(), &error).empty()) << error;
+    EXPECT_FALSE(tav::FreeSpaceText(dir.path() / "not" / "yet", &error).empty()) << error;
 }
 
 TEST(WindowFormats, MissingEntriesKeepDefaultsAndWrittenOnesReadBack) {

@@ -112,20 +112,20 @@ TEST(SortKeys, ZeroSizeShowsEmptyButKeepsAZeroKey) {
 }
 
 TEST(WholeDayNumber, CountsFromTheEndOf1899AndDropsTheTime) {
-    EXPECT_EQ(tav::wholeDayNumber({1899, 12, 30, 0, 0, 0}), 0);
-    EXPECT_EQ(tav::wholeDayNumber({1900, 1, 1, 0, 0, 0}), 2);
-    EXPECT_EQ(tav::wholeDayNumber({2000, 1, 1, 0, 0, 0}), 36526);
-    EXPECT_EQ(tav::wholeDayNumber({2000, 12, 29, 23, 59, 59}), 36889);
-    EXPECT_EQ(tav::wholeDayNumber({2000, 12, 29, 0, 0, 0}), 36889);
-    EXPECT_EQ(tav::wholeDayNumber({1800, 1, 1, 0, 0, 0}), -36522);
-    EXPECT_EQ(tav::wholeDayNumber({2001, 2, 29, 0, 0, 0}), 0);
-    EXPECT_EQ(tav::wholeDayNumber({2000, 1, 1, 24, 0, 0}), 0);
+    EXPECT_EQ(tav::WholeDayNumber({1899, 12, 30, 0, 0, 0}), 0);
+    EXPECT_EQ(tav::WholeDayNumber({1900, 1, 1, 0, 0, 0}), 2);
+    EXPECT_EQ(tav::WholeDayNumber({2000, 1, 1, 0, 0, 0}), 36526);
+    EXPECT_EQ(tav::WholeDayNumber({2000, 12, 29, 23, 59, 59}), 36889);
+    EXPECT_EQ(tav::WholeDayNumber({2000, 12, 29, 0, 0, 0}), 36889);
+    EXPECT_EQ(tav::WholeDayNumber({1800, 1, 1, 0, 0, 0}), -36522);
+    EXPECT_EQ(tav::WholeDayNumber({2001, 2, 29, 0, 0, 0}), 0);
+    EXPECT_EQ(tav::WholeDayNumber({2000, 1, 1, 24, 0, 0}), 0);
 }
 
 TEST(WholeDayNumber, OfTexts) {
-    EXPECT_EQ(tav::wholeDayNumber("29/12/2000 23:44.01"), 36889);
-    EXPECT_EQ(tav::wholeDayNumber("2000/12/29"), 36889);
-    EXPECT_EQ(tav::wholeDayNumber("not a date"), 0);
+    EXPECT_EQ(tav::WholeDayNumber("29/12/2000 23:44.01"), 36889);
+    EXPECT_EQ(tav::WholeDayNumber("2000/12/29"), 36889);
+    EXPECT_EQ(tav::WholeDayNumber("not a date"), 0);
 }
 
 struct CellCase {

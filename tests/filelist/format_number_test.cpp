@@ -126,7 +126,7 @@ struct ReadCase {
 
 class ReadNumber : public ::testing::TestWithParam<ReadCase> {};
 
-TEST_P(ReadNumber, ReadsLeadingNumber) { EXPECT_DOUBLE_EQ(tav::readNumber(GetParam().text), GetParam().expected); }
+TEST_P(ReadNumber, ReadsLeadingNumber) { EXPECT_DOUBLE_EQ(tav::ReadNumber(GetParam().text), GetParam().expected); }
 
 INSTANTIATE_TEST_SUITE_P(
     Table, ReadNumber,
