@@ -6,6 +6,7 @@
 //
 //   bench_dissect [DIR] [--runs N] [--dump N] [--cols title,meta,tags,www,mail,first]
 #include <fcntl.h>
+#include <sys/resource.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -26,10 +27,18 @@ constexpr std::size_t kChunk = 64 * 1024;
 
 struct Totals {
     double seconds = 0;
+    double cpu = 0;  // user + system time of the process
     std::uint64_t bytes = 0;
     std::size_t files = 0;
     std::size_t titles = 0, tagCells = 0, metaCells = 0, wwwCells = 0, mailCells = 0;
 };
+
+double cpuNow() {
+    rusage u{};
+    getrusage(RUSAGE_SELF, &u);
+    return static_cast<double>(u.ru_utime.tv_sec + u.ru_stime.tv_sec) +
+           static_cast<double>(u.ru_utime.tv_usec + u.ru_stime.tv_usec) / 1e6;
+}
 
 double now() {
     return std::chrono::duration<double>(std::chrono::steady_clock::now().time_since_epoch()).count();
@@ -38,6 +47,7 @@ double now() {
 Totals readAll(const std::vector<std::string>& files, std::vector<char>& buf) {
     Totals t;
     const double t0 = now();
+    const double c0 = cpuNow();
     for (const std::string& f : files) {
         const int fd = ::open(f.c_str(), O_RDONLY);
         if (fd < 0) continue;
@@ -47,6 +57,7 @@ Totals readAll(const std::vector<std::string>& files, std::vector<char>& buf) {
         ++t.files;
     }
     t.seconds = now() - t0;
+    t.cpu = cpuNow() - c0;
     return t;
 }
 
@@ -55,6 +66,7 @@ Totals dissectAll(const std::vector<std::string>& files, const std::vector<std::
                   std::vector<char>& buf, tav::ContentExtractor& x, std::size_t dump) {
     Totals t;
     const double t0 = now();
+    const double c0 = cpuNow();
     for (std::size_t i = 0; i < files.size(); ++i) {
         const std::string& f = files[i];
         const int fd = ::open(f.c_str(), O_RDONLY);
@@ -81,6 +93,7 @@ Totals dissectAll(const std::vector<std::string>& files, const std::vector<std::
         ++t.files;
     }
     t.seconds = now() - t0;
+    t.cpu = cpuNow() - c0;
     return t;
 }
 
@@ -142,13 +155,15 @@ int main(int argc, char** argv) {
         dissectAll(files, sizes, buf, x, dump);
         return 0;
     }
-    std::vector<double> readTimes, dissectTimes;
+    std::vector<double> readTimes, dissectTimes, readCpu, dissectCpu;
     Totals r, d;
     for (int i = 0; i < runs; ++i) {
         r = readAll(files, buf);
         d = dissectAll(files, sizes, buf, x, 0);
         readTimes.push_back(r.seconds);
         dissectTimes.push_back(d.seconds);
+        readCpu.push_back(r.cpu);
+        dissectCpu.push_back(d.cpu);
     }
     const double rt = median(readTimes), dt = median(dissectTimes);
     const double mb = static_cast<double>(r.bytes) / 1e6;
@@ -156,7 +171,8 @@ int main(int argc, char** argv) {
     std::printf("read     %8.1f ms  %7.0f MB/s  %8.0f files/s\n", rt * 1e3, mb / rt, static_cast<double>(r.files) / rt);
     std::printf("dissect  %8.1f ms  %7.0f MB/s  %8.0f files/s  (bytes taken %.1f MB)\n", dt * 1e3,
                 mb / dt, static_cast<double>(d.files) / dt, static_cast<double>(d.bytes) / 1e6);
-    std::printf("ratio dissect/read %.2f\n", dt / rt);
+    std::printf("ratio dissect/read %.2f (wall); cpu %.1f ms / %.1f ms = %.2f\n", dt / rt, median(dissectCpu) * 1e3,
+                median(readCpu) * 1e3, median(dissectCpu) / median(readCpu));
     std::printf("cells: title %zu, HTMLTags %zu, MetaTags %zu, WWW %zu, Mail %zu\n", d.titles, d.tagCells,
                 d.metaCells, d.wwwCells, d.mailCells);
     return 0;

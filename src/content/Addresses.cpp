@@ -1,6 +1,7 @@
 #include "content/Addresses.h"
 
 #include "content/DisplayText.h"
+#include "content/ItemList.h"
 #include "core/ListText.h"
 
 namespace tav {
@@ -82,22 +83,35 @@ bool equalsIgnoreCase(std::string_view a, std::string_view b) {
 
 }  // namespace
 
+namespace {
+
+void splitOne(const std::string& c, bool mailWanted, bool wwwWanted, bool convertWwwToHttp,
+              std::vector<std::string>& mailList, std::vector<std::string>& wwwList) {
+    if (mailWanted && c.find('@') != std::string::npos) {
+        mailList.push_back(cleanMailCandidate(c));
+        return;
+    }
+    if (!wwwWanted) return;
+    if (equalsIgnoreCase(c, "http://www")) return;
+    if (convertWwwToHttp && c.size() >= 3 && equalsIgnoreCase(std::string_view(c).substr(0, 3), "www")) {
+        wwwList.push_back("http://" + c);
+    } else {
+        wwwList.push_back(c);
+    }
+}
+
+}  // namespace
+
 void SplitAddresses(const std::vector<std::string>& candidates, bool mailWanted, bool wwwWanted,
                     bool convertWwwToHttp, std::vector<std::string>& mailList,
                     std::vector<std::string>& wwwList) {
-    for (const std::string& c : candidates) {
-        if (mailWanted && c.find('@') != std::string::npos) {
-            mailList.push_back(cleanMailCandidate(c));
-            continue;
-        }
-        if (!wwwWanted) continue;
-        if (equalsIgnoreCase(c, "http://www")) continue;
-        if (convertWwwToHttp && c.size() >= 3 && equalsIgnoreCase(std::string_view(c).substr(0, 3), "www")) {
-            wwwList.push_back("http://" + c);
-        } else {
-            wwwList.push_back(c);
-        }
-    }
+    for (const std::string& c : candidates) splitOne(c, mailWanted, wwwWanted, convertWwwToHttp, mailList, wwwList);
+}
+
+void SplitAddresses(const ItemList& candidates, bool mailWanted, bool wwwWanted, bool convertWwwToHttp,
+                    std::vector<std::string>& mailList, std::vector<std::string>& wwwList) {
+    for (std::size_t i = 0; i < candidates.size(); ++i)
+        splitOne(candidates[i], mailWanted, wwwWanted, convertWwwToHttp, mailList, wwwList);
 }
 
 }  // namespace tav

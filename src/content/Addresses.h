@@ -8,6 +8,8 @@
 
 namespace tav {
 
+class ItemList;
+
 // One list of end characters (`End Chars for WWW addr.s` or
 // `End Chars for Email addr.s`). Carriage return and line feed always end a
 // candidate, whatever the list holds.
@@ -39,6 +41,10 @@ EndChars defaultMailEndChars();
 void SplitAddresses(const std::vector<std::string>& candidates, bool mailWanted, bool wwwWanted,
                     bool convertWwwToHttp, std::vector<std::string>& mailList,
                     std::vector<std::string>& wwwList);
+
+// The same over a gathered list of candidates.
+void SplitAddresses(const ItemList& candidates, bool mailWanted, bool wwwWanted, bool convertWwwToHttp,
+                    std::vector<std::string>& mailList, std::vector<std::string>& wwwList);
 
 // The cleaning of one mail candidate (the rules of SplitAddresses).
 std::string cleanMailCandidate(std::string_view candidate);

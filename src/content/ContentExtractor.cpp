@@ -11,14 +11,28 @@ namespace {
 
 std::size_t toSize(std::int64_t v) { return v > 0 ? static_cast<std::size_t>(v) : 0; }
 
+bool isAscii(std::string_view s) {
+    for (char c : s)
+        if (static_cast<unsigned char>(c) >= 0x80) return false;
+    return true;
+}
+
 // A finished list in its cell: items joined by the list separator, tidied.
-void listCell(std::string& cell, const std::vector<std::string>& items, const std::string& separator) {
-    std::string joined;
-    for (std::size_t i = 0; i < items.size(); ++i) {
-        if (i > 0) joined.append(separator);
-        joined.append(items[i]);
+template <class Items>
+void listCell(std::string& cell, const Items& items, std::size_t count, const std::string& separator,
+              std::string& scratch) {
+    scratch.clear();
+    for (std::size_t i = 0; i < count; ++i) {
+        if (i > 0) scratch.append(separator);
+        scratch.append(items[i]);
     }
-    cell = joined.empty() ? std::string() : Tidy(toDisplayText(joined), 0, 1, true);
+    if (scratch.empty()) {
+        cell.clear();
+    } else if (isAscii(scratch)) {
+        cell = Tidy(scratch, 0, 1, true);
+    } else {
+        cell = Tidy(toDisplayText(scratch), 0, 1, true);
+    }
 }
 
 // Tidy of raw bytes cut to maxLength characters, converting only as much of
@@ -235,23 +249,17 @@ void ContentExtractor::finish() {
         }
         cells_.firstPlain = plain_.firstCell();
         cells_.lastPlain = plain_.lastCell();
-        if (c.htmlTags) {
-            listCell(cells_.htmlTags, scanner_.tags().items(), o.LstSep);
-        } else {
-            cells_.htmlTags.clear();
-        }
-        if (c.metaTags) {
-            listCell(cells_.metaTags, scanner_.metaTags().items(), o.LstSep);
-        } else {
-            cells_.metaTags.clear();
-        }
-        std::vector<std::string> mail, www;
+        const HtmlScanner& sc = scanner_;
+        listCell(cells_.htmlTags, sc.tags(), c.htmlTags ? sc.tags().size() : 0, o.LstSep, scratch_);
+        listCell(cells_.metaTags, sc.metaTags(), c.metaTags ? sc.metaTags().size() : 0, o.LstSep, scratch_);
+        mailItems_.clear();
+        wwwItems_.clear();
         if (c.www || c.mail) {
-            SplitAddresses(scanner_.wwwCandidates().items(), c.mail, c.www, spec_.convertWwwToHttp, mail, www);
-            SplitAddresses(scanner_.mailCandidates().items(), c.mail, c.www, spec_.convertWwwToHttp, mail, www);
+            SplitAddresses(sc.wwwCandidates(), c.mail, c.www, spec_.convertWwwToHttp, mailItems_, wwwItems_);
+            SplitAddresses(sc.mailCandidates(), c.mail, c.www, spec_.convertWwwToHttp, mailItems_, wwwItems_);
         }
-        listCell(cells_.wwwAddresses, www, o.LstSep);
-        listCell(cells_.mailAddresses, mail, o.LstSep);
+        listCell(cells_.wwwAddresses, wwwItems_, wwwItems_.size(), o.LstSep, scratch_);
+        listCell(cells_.mailAddresses, mailItems_, mailItems_.size(), o.LstSep, scratch_);
         cells_.spanCols.resize(span_.size());
         for (std::size_t i = 0; i < span_.size(); ++i) cells_.spanCols[i] = span_.cell(i);
     } catch (const std::bad_alloc&) {

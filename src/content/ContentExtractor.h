@@ -121,6 +121,8 @@ private:
     int errorCount_ = 0;
     std::string lastError_;
     ContentCells cells_;
+    std::string scratch_;                              // kept for its memory
+    std::vector<std::string> mailItems_, wwwItems_;    // likewise
 };
 
 // The plain text of a whole text in memory, skip list applied.
