@@ -442,11 +442,10 @@ namespace {
 
 // The delimiter mask of one 64-byte block, bit k for byte k: '<' and '>'
 // (one compare: only they give 0x3E when or-ed with 2), '@' when mail is
-// wanted, and when WWW is wanted the ':' of "http:" and the '.' of "www."
-// (ignoring case). `exact`: s[-4..-1] may be read; otherwise every ':' and
-// '.' of the first 16 bytes is marked and the caller checks the text.
+// wanted, and every ':' and '.' when WWW is wanted; the caller checks
+// whether they end "http:" or "www.".
 #if defined(__SSE2__)
-inline std::uint64_t eventMaskSse2(const unsigned char* s, bool www, bool mail, bool exact) {
+inline std::uint64_t eventMaskSse2(const unsigned char* s, bool www, bool mail) {
     const __m128i v2 = _mm_set1_epi8(2);
     const __m128i vangle = _mm_set1_epi8(0x3E);
     const __m128i vat = _mm_set1_epi8('@');
@@ -459,26 +458,7 @@ inline std::uint64_t eventMaskSse2(const unsigned char* s, bool www, bool mail, 
         if (www) {
             const __m128i colonAt = _mm_cmpeq_epi8(x, _mm_set1_epi8(':'));
             const __m128i dotAt = _mm_cmpeq_epi8(x, _mm_set1_epi8('.'));
-            if (_mm_movemask_epi8(_mm_or_si128(colonAt, dotAt)) != 0) {
-                if (exact || g > 0) {
-                    const __m128i v20 = _mm_set1_epi8(0x20);
-                    const __m128i x1 = _mm_or_si128(_mm_loadu_si128(reinterpret_cast<const __m128i*>(p - 1)), v20);
-                    const __m128i x2 = _mm_or_si128(_mm_loadu_si128(reinterpret_cast<const __m128i*>(p - 2)), v20);
-                    const __m128i x3 = _mm_or_si128(_mm_loadu_si128(reinterpret_cast<const __m128i*>(p - 3)), v20);
-                    const __m128i x4 = _mm_or_si128(_mm_loadu_si128(reinterpret_cast<const __m128i*>(p - 4)), v20);
-                    const __m128i vw = _mm_set1_epi8('w');
-                    const __m128i vt = _mm_set1_epi8('t');
-                    const __m128i colon = _mm_and_si128(
-                        _mm_and_si128(colonAt, _mm_cmpeq_epi8(x1, _mm_set1_epi8('p'))),
-                        _mm_and_si128(_mm_and_si128(_mm_cmpeq_epi8(x2, vt), _mm_cmpeq_epi8(x3, vt)),
-                                      _mm_cmpeq_epi8(x4, _mm_set1_epi8('h'))));
-                    const __m128i dot = _mm_and_si128(_mm_and_si128(dotAt, _mm_cmpeq_epi8(x1, vw)),
-                                                      _mm_and_si128(_mm_cmpeq_epi8(x2, vw), _mm_cmpeq_epi8(x3, vw)));
-                    e = _mm_or_si128(e, _mm_or_si128(colon, dot));
-                } else {
-                    e = _mm_or_si128(e, _mm_or_si128(colonAt, dotAt));
-                }
-            }
+            e = _mm_or_si128(e, _mm_or_si128(colonAt, dotAt));
         }
         events |= static_cast<std::uint64_t>(static_cast<unsigned>(_mm_movemask_epi8(e))) << (16 * g);
     }
@@ -488,8 +468,7 @@ inline std::uint64_t eventMaskSse2(const unsigned char* s, bool www, bool mail, 
 
 #if defined(__GNUC__) && defined(__x86_64__)
 #define TAV_HAVE_AVX2_PATH 1
-__attribute__((target("avx2"))) inline std::uint64_t eventMaskAvx2(const unsigned char* s, bool www, bool mail,
-                                                            bool exact) {
+__attribute__((target("avx2"))) inline std::uint64_t eventMaskAvx2(const unsigned char* s, bool www, bool mail) {
     const __m256i v2 = _mm256_set1_epi8(2);
     const __m256i vangle = _mm256_set1_epi8(0x3E);
     const __m256i vat = _mm256_set1_epi8('@');
@@ -502,27 +481,7 @@ __attribute__((target("avx2"))) inline std::uint64_t eventMaskAvx2(const unsigne
         if (www) {
             const __m256i colonAt = _mm256_cmpeq_epi8(x, _mm256_set1_epi8(':'));
             const __m256i dotAt = _mm256_cmpeq_epi8(x, _mm256_set1_epi8('.'));
-            if (!_mm256_testz_si256(_mm256_or_si256(colonAt, dotAt), _mm256_or_si256(colonAt, dotAt))) {
-                if (exact || g > 0) {
-                    const __m256i v20 = _mm256_set1_epi8(0x20);
-                    const __m256i x1 = _mm256_or_si256(_mm256_loadu_si256(reinterpret_cast<const __m256i*>(p - 1)), v20);
-                    const __m256i x2 = _mm256_or_si256(_mm256_loadu_si256(reinterpret_cast<const __m256i*>(p - 2)), v20);
-                    const __m256i x3 = _mm256_or_si256(_mm256_loadu_si256(reinterpret_cast<const __m256i*>(p - 3)), v20);
-                    const __m256i x4 = _mm256_or_si256(_mm256_loadu_si256(reinterpret_cast<const __m256i*>(p - 4)), v20);
-                    const __m256i vw = _mm256_set1_epi8('w');
-                    const __m256i vt = _mm256_set1_epi8('t');
-                    const __m256i colon = _mm256_and_si256(
-                        _mm256_and_si256(colonAt, _mm256_cmpeq_epi8(x1, _mm256_set1_epi8('p'))),
-                        _mm256_and_si256(_mm256_and_si256(_mm256_cmpeq_epi8(x2, vt), _mm256_cmpeq_epi8(x3, vt)),
-                                         _mm256_cmpeq_epi8(x4, _mm256_set1_epi8('h'))));
-                    const __m256i dot =
-                        _mm256_and_si256(_mm256_and_si256(dotAt, _mm256_cmpeq_epi8(x1, vw)),
-                                         _mm256_and_si256(_mm256_cmpeq_epi8(x2, vw), _mm256_cmpeq_epi8(x3, vw)));
-                    e = _mm256_or_si256(e, _mm256_or_si256(colon, dot));
-                } else {
-                    e = _mm256_or_si256(e, _mm256_or_si256(colonAt, dotAt));
-                }
-            }
+            e = _mm256_or_si256(e, _mm256_or_si256(colonAt, dotAt));
         }
         events |= static_cast<std::uint64_t>(static_cast<std::uint32_t>(_mm256_movemask_epi8(e))) << (32 * g);
     }
@@ -530,7 +489,7 @@ __attribute__((target("avx2"))) inline std::uint64_t eventMaskAvx2(const unsigne
 }
 #endif
 
-// The same for the last, shorter block, byte by byte; ':' and '.' are all marked.
+// The same for the last, shorter block, byte by byte.
 inline std::uint64_t eventMaskTail(const unsigned char* s, std::size_t count, bool www, bool mail) {
     std::uint64_t events = 0;
     for (std::size_t k = 0; k < count; ++k) {
@@ -541,26 +500,24 @@ inline std::uint64_t eventMaskTail(const unsigned char* s, std::size_t count, bo
     return events;
 }
 
-// Masks of `blocks` whole blocks from s into out; the first block may read
-// s[-4..-1] when `exact`.
-using EventMaskFn = void (*)(const unsigned char*, std::size_t, bool, bool, bool, std::uint64_t*);
+// Masks of `blocks` whole blocks from s into out.
+using EventMaskFn = void (*)(const unsigned char*, std::size_t, bool, bool, std::uint64_t*);
 
 #if defined(__SSE2__)
-void eventMasksSse2(const unsigned char* s, std::size_t blocks, bool www, bool mail, bool exact, std::uint64_t* out) {
-    for (std::size_t i = 0; i < blocks; ++i) out[i] = eventMaskSse2(s + 64 * i, www, mail, exact || i > 0);
+void eventMasksSse2(const unsigned char* s, std::size_t blocks, bool www, bool mail, std::uint64_t* out) {
+    for (std::size_t i = 0; i < blocks; ++i) out[i] = eventMaskSse2(s + 64 * i, www, mail);
 }
 #endif
 
 #if defined(TAV_HAVE_AVX2_PATH)
 __attribute__((target("avx2"))) void eventMasksAvx2(const unsigned char* s, std::size_t blocks, bool www,
-                                                    bool mail, bool exact, std::uint64_t* out) {
-    for (std::size_t i = 0; i < blocks; ++i) out[i] = eventMaskAvx2(s + 64 * i, www, mail, exact || i > 0);
+                                                    bool mail, std::uint64_t* out) {
+    for (std::size_t i = 0; i < blocks; ++i) out[i] = eventMaskAvx2(s + 64 * i, www, mail);
 }
 #endif
 
 #if !defined(__SSE2__)
-void eventMasksPlain(const unsigned char* s, std::size_t blocks, bool www, bool mail, bool /*exact*/,
-                     std::uint64_t* out) {
+void eventMasksPlain(const unsigned char* s, std::size_t blocks, bool www, bool mail, std::uint64_t* out) {
     for (std::size_t i = 0; i < blocks; ++i) out[i] = eventMaskTail(s + 64 * i, 64, www, mail);
 }
 #endif
@@ -578,6 +535,37 @@ EventMaskFn chooseEventMask() {
 }
 
 const EventMaskFn kEventMask = chooseEventMask();
+
+}  // namespace
+
+namespace scan_detail {
+
+int vectorLevels() { return 3; }
+
+bool eventMasks(int level, const unsigned char* s, std::size_t blocks, bool www, bool mail, std::uint64_t* out) {
+    switch (level) {
+        case 0:
+            for (std::size_t i = 0; i < blocks; ++i) out[i] = eventMaskTail(s + 64 * i, 64, www, mail);
+            return true;
+#if defined(__SSE2__)
+        case 1:
+            eventMasksSse2(s, blocks, www, mail, out);
+            return true;
+#endif
+#if defined(TAV_HAVE_AVX2_PATH)
+        case 2:
+            if (!__builtin_cpu_supports("avx2")) return false;
+            eventMasksAvx2(s, blocks, www, mail, out);
+            return true;
+#endif
+        default:
+            return false;
+    }
+}
+
+}  // namespace scan_detail
+
+namespace {
 
 }  // namespace
 
@@ -599,7 +587,7 @@ void HtmlScanner::feed(std::string_view chunk) {
         if (index == 0 && b + 64 <= n) {
             std::size_t blocks = (n - b) / 64;
             if (blocks > kStretch) blocks = kStretch;
-            kEventMask(s + b, blocks, wwwOn_, mailOn_, b >= 4, masks);
+            kEventMask(s + b, blocks, wwwOn_, mailOn_, masks);
         }
         std::uint64_t events = b + 64 <= n ? masks[index] : eventMaskTail(s + b, n - b, wwwOn_, mailOn_);
         while (events != 0) {
@@ -639,6 +627,9 @@ void HtmlScanner::feed(std::string_view chunk) {
             } else if (c == '@') {
                 if (mailOn_) onMailHit(s, hit);
             } else if (wwwOn_) {
+                // Most ':' and '.' are not the end of "http:" or "www.": one
+                // byte before them tells.
+                if (hit > 0 && (s[hit - 1] | 0x20) != (c == ':' ? 'p' : 'w')) continue;
                 onHit(chunk, hit, c, runFrom);
             }
         }

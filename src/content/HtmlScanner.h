@@ -133,4 +133,11 @@ private:
     std::int64_t candEnd_ = 0;      // where the last candidate ended
 };
 
+// The delimiter masks at each vector level (0 plain, 1 SSE2, 2 AVX2), for
+// tests that compare them. False when this build or processor lacks the level.
+namespace scan_detail {
+int vectorLevels();
+bool eventMasks(int level, const unsigned char* s, std::size_t blocks, bool www, bool mail, std::uint64_t* out);
+}  // namespace scan_detail
+
 }  // namespace tav

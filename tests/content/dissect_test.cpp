@@ -181,3 +181,26 @@ TEST(Dissect, PlainTextOfAWholeText) {
 }
 
 }  // namespace
+
+namespace {
+
+TEST(DissectMasks, EveryVectorLevelMarksTheSameBytes) {
+    std::mt19937 rng(7);
+    const char alphabet[] = "<>@:.wWhtpa \n\xC3";
+    std::string text(64 * 40, ' ');
+    for (char& c : text) c = alphabet[rng() % (sizeof alphabet - 1)];
+    for (bool www : {false, true})
+        for (bool mail : {false, true}) {
+            std::vector<std::uint64_t> plain(40), other(40);
+            ASSERT_TRUE(tav::scan_detail::eventMasks(0, reinterpret_cast<const unsigned char*>(text.data()), 40, www,
+                                                     mail, plain.data()));
+            for (int level = 1; level < tav::scan_detail::vectorLevels(); ++level) {
+                if (!tav::scan_detail::eventMasks(level, reinterpret_cast<const unsigned char*>(text.data()), 40, www,
+                                                  mail, other.data()))
+                    continue;
+                EXPECT_EQ(plain, other) << "level " << level << " www " << www << " mail " << mail;
+            }
+        }
+}
+
+}  // namespace
