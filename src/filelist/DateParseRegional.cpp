@@ -37,13 +37,13 @@ RegionalCheck checkShortDateStyle(std::string_view sample) {
     return check;
 }
 
-std::string platformShortDateSample() {
+std::string platformShortDate(const CivilDateTime& date) {
     std::tm when{};
-    when.tm_year = 3467 - 1900;
-    when.tm_mon = 9;
-    when.tm_mday = 25;
-    when.tm_wday = 4;  // a Thursday
-    when.tm_yday = 297;
+    when.tm_year = date.year - 1900;
+    when.tm_mon = date.month - 1;
+    when.tm_mday = date.day;
+    when.tm_wday = weekdayNumber(date.year, date.month, date.day) - 1;
+    when.tm_yday = dayOfYear(date.year, date.month, date.day) - 1;
     char buffer[128] = {};
 #if defined(_WIN32)
     std::strftime(buffer, sizeof buffer, "%x", &when);
@@ -58,5 +58,7 @@ std::string platformShortDateSample() {
 #endif
     return buffer;
 }
+
+std::string platformShortDateSample() { return platformShortDate(CivilDateTime{3467, 10, 25, 0, 0, 0}); }
 
 }  // namespace tav

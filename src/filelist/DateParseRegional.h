@@ -5,6 +5,8 @@
 #include <string>
 #include <string_view>
 
+#include "filelist/FormatCivil.h"
+
 namespace tav {
 
 struct ShortDateOrder {
@@ -21,8 +23,12 @@ struct RegionalCheck {
 // Reads the order from the short date text of 25 October 3467.
 RegionalCheck checkShortDateStyle(std::string_view sample);
 
-// 25 October 3467 in the short date style of the user's locale (on POSIX
-// the LC_TIME date format, nl_langinfo(D_FMT)).
+// A date in the short date style of the user's locale (on POSIX the
+// LC_TIME date format, nl_langinfo(D_FMT)), as criteria texts and prompts
+// show dates.
+std::string platformShortDate(const CivilDateTime& date);
+
+// 25 October 3467 in that style.
 std::string platformShortDateSample();
 
 }  // namespace tav

@@ -80,16 +80,21 @@ int presentYearOfClock() {
 
 }  // namespace
 
+RegionalCheck TypedDateReader::checkRegionalStyle() {
+    RegionalCheck check = checkShortDateStyle(platformShortDateSample());
+    if (check.ok()) order_ = check.order;
+    return check;
+}
+
 TypedDate TypedDateReader::read(std::string_view typed) {
     TypedDate result;
     if (yearWindow_ == 0) yearWindow_ = kDefaultYearWindow;
     if (order_.yearPosition == 0) {
-        const RegionalCheck check = checkShortDateStyle(platformShortDateSample());
+        const RegionalCheck check = checkRegionalStyle();
         if (!check.ok()) {
             result.error = check.error;
             return result;
         }
-        order_ = check.order;
     }
 
     std::string text(typed);

@@ -40,6 +40,9 @@ public:
     // 0 until the first date is read.
     int yearWindow() const { return yearWindow_; }
 
+    // Runs the regional check now (start-up); on success the order is kept.
+    RegionalCheck checkRegionalStyle();
+
     TypedDate read(std::string_view text);
 
 private:
@@ -48,7 +51,8 @@ private:
     int presentYear_ = 0;
 };
 
-// The program-wide reader, and reading through it.
+// The program-wide reader, and reading through it. Used from the user
+// interface thread only.
 TypedDateReader& typedDateReader();
 TypedDate ReadTypedDate(std::string_view text);
 

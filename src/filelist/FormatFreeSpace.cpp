@@ -8,7 +8,7 @@ namespace tav {
 
 std::string freeSpaceTextForBytes(std::uint64_t freeBytes) {
     if (freeBytes >= kFreeSpaceTextLimit) return kMoreThan2GB;
-    return formatNumber(static_cast<double>(freeBytes) / 1024.0, "#,###,##0K").text;
+    return formatNumber(static_cast<double>(freeBytes) / 1024.0, kFreeSpaceMask).text;
 }
 
 std::string FreeSpaceText(const std::filesystem::path& path, std::string* error) {

@@ -9,6 +9,7 @@ namespace tav {
 
 inline constexpr std::uint64_t kFreeSpaceTextLimit = 2147155968;
 inline constexpr const char* kMoreThan2GB = "more than 2GB";
+inline constexpr const char* kFreeSpaceMask = "#,###,##0K";
 
 std::string freeSpaceTextForBytes(std::uint64_t freeBytes);
 

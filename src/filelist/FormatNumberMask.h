@@ -11,6 +11,10 @@
 
 namespace tav {
 
+// Fixed masks: counts in progress texts, elapsed seconds.
+inline constexpr std::string_view kProgressCountMask = "#,###,##0";
+inline constexpr std::string_view kElapsedTimeMask = "#0.000";
+
 // Exact for every 64-bit value: sizes above 4 GiB keep all their digits.
 FormatResult formatNumber(std::int64_t value, std::string_view mask);
 FormatResult formatNumber(double value, std::string_view mask);

@@ -104,6 +104,8 @@ TEST(SortKeys, GrownMaskKeepsNumericOrderForLongValues) {
     const std::string large = tav::formatValueText(longValue, mask).text;
     EXPECT_EQ(small, "0000042");
     EXPECT_LT(small, large);
+    // A key made before the mask grew is rewritten from its own text.
+    EXPECT_EQ(tav::formatValueText("0042", mask).text, small);
 }
 
 TEST(SortKeys, ZeroSizeShowsEmptyButKeepsAZeroKey) {

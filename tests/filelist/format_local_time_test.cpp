@@ -13,26 +13,46 @@
 
 namespace {
 
+void setZone(const char* zone) {
+#ifdef _WIN32
+    _putenv_s("TZ", zone);
+#else
+    setenv("TZ", zone, 1);
+#endif
+}
+
+void clearZone() {
+#ifdef _WIN32
+    _putenv_s("TZ", "");
+#else
+    unsetenv("TZ");
+#endif
+}
+
 // Switches the process time zone for one test and puts the old one back.
 class TimeZone : public ::testing::TestWithParam<const char*> {
 protected:
     void SetUp() override {
         if (const char* old = std::getenv("TZ")) saved_ = old;
-        setenv("TZ", GetParam(), 1);
+        setZone(GetParam());
         tav::reloadLocalTimeZone();
     }
     void TearDown() override {
         if (saved_)
-            setenv("TZ", saved_->c_str(), 1);
+            setZone(saved_->c_str());
         else
-            unsetenv("TZ");
+            clearZone();
         tav::reloadLocalTimeZone();
     }
 
     static tav::CivilDateTime library(std::int64_t seconds) {
         const std::time_t t = static_cast<std::time_t>(seconds);
         std::tm tm{};
+#ifdef _WIN32
+        localtime_s(&tm, &t);
+#else
         localtime_r(&t, &tm);
+#endif
         return tav::CivilDateTime{tm.tm_year + 1900, tm.tm_mon + 1, tm.tm_mday, tm.tm_hour, tm.tm_min, tm.tm_sec};
     }
 

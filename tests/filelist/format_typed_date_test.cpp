@@ -149,4 +149,14 @@ TEST(RegionalStyle, PlatformSampleIsUsable) {
     EXPECT_TRUE(tav::checkShortDateStyle(sample).ok()) << sample;
 }
 
+TEST(RegionalStyle, PlatformShortDateReadsBackAsTyped) {
+    tav::TypedDateReader reader;
+    ASSERT_TRUE(reader.checkRegionalStyle().ok());
+    reader.setPresentYear(2026);
+    const std::string shown = tav::platformShortDate({2001, 4, 19, 0, 0, 0});
+    const tav::TypedDate d = reader.read(shown);
+    EXPECT_TRUE(d.ok()) << shown;
+    EXPECT_EQ(d.date, (tav::CivilDateTime{2001, 4, 19, 0, 0, 0})) << shown;
+}
+
 }  // namespace
