@@ -65,6 +65,12 @@ public:
 
     ContentExtractor() = default;
     explicit ContentExtractor(const ContentSpec& spec) { configure(spec); }
+    // Parts point into each other: a copy is configured afresh from the spec.
+    ContentExtractor(const ContentExtractor& other) { configure(other.spec_); }
+    ContentExtractor& operator=(const ContentExtractor& other) {
+        if (this != &other) configure(other.spec_);
+        return *this;
+    }
     void configure(const ContentSpec& spec);
     const ContentSpec& spec() const { return spec_; }
     // Whether any wanted column needs the file's bytes at all.

@@ -1,6 +1,7 @@
 #include "content/HtmlScanner.h"
 
 #include <cstring>
+#include <new>
 
 #include "content/Entities.h"
 
@@ -161,7 +162,10 @@ void HtmlScanner::endBlock(std::string_view text) {
     switch (block_) {
         case BlockKind::Script: addTagText(scriptText_, text); break;
         case BlockKind::Style: addTagText(styleText_, text); break;
-        case BlockKind::Server: addTagText(serverText_, text); break;
+        case BlockKind::Server:
+            addTagText(serverText_, serverHead_);
+            addTagText(serverText_, text);
+            break;
         case BlockKind::Comment: break;
     }
     mode_ = Mode::Text;
@@ -207,6 +211,8 @@ bool HtmlScanner::onTagEnd(std::string_view text) {
             addTagText(serverText_, text);
         } else {
             enterBlock(BlockKind::Server, behind);
+            // The block's text begins with the tag's: "<% if a > b %>".
+            if (wants_.blocks) serverHead_.assign(text).push_back('>');
         }
         return false;
     }
@@ -525,6 +531,7 @@ void eventMasksPlain(const unsigned char* s, std::size_t blocks, bool www, bool 
 // The best routine for this processor, chosen once.
 EventMaskFn chooseEventMask() {
 #if defined(TAV_HAVE_AVX2_PATH)
+    __builtin_cpu_init();  // this runs before main
     if (__builtin_cpu_supports("avx2")) return eventMasksAvx2;
 #endif
 #if defined(__SSE2__)
@@ -662,6 +669,17 @@ void HtmlScanner::feed(std::string_view chunk) {
         histLen_ = keep + n;
     }
     pos_ += static_cast<std::int64_t>(n);
+}
+
+bool HtmlScanner::Dissect(std::span<const std::string_view> chunks, std::int64_t base) {
+    try {
+        beginSection(base);
+        for (std::string_view c : chunks) feed(c);
+        endSection();
+        return true;
+    } catch (const std::bad_alloc&) {
+        return false;  // what was gathered stays good
+    }
 }
 
 void HtmlScanner::endSection() {

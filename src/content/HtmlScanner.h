@@ -7,6 +7,7 @@
 // the same result as unsplit input.
 #include <array>
 #include <cstdint>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -43,6 +44,9 @@ public:
     void beginSection(std::int64_t base);
     void feed(std::string_view chunk);
     void endSection();
+    // One section given as chunks, beginning at stream offset `base`. False
+    // when memory ran out; what was gathered stays good.
+    bool Dissect(std::span<const std::string_view> chunks, std::int64_t base);
     // False once nothing more can be gathered from this file.
     bool active() const;
 
@@ -119,6 +123,7 @@ private:
     std::size_t tagLen_ = 0;
     unsigned char tagLast_[2] = {0, 0};
     std::string blockBuf_;
+    std::string serverHead_;        // the tag that opened a server block
     std::int64_t blockStart_ = 0;
     static constexpr std::size_t kNameBuffer = 256;
     char nameBuf_[kNameBuffer];     // scratch: the upper-cased tag name

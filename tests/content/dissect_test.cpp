@@ -59,7 +59,7 @@ const std::string kPage =
     "</head><body><!-- a comment holding <p> and <table> -->\n"
     "<p>Write to <a href=\"mailto:joe@example.com\">Joe</a> or bob.smith@mail.example.org.</p>\n"
     "<p>See http://www.example.com/index.html and WWW.Other.org/x, also https://a.b/c?d=e.</p>\n"
-    "<% server code %><%= value %> <div class=x>text</div></br></P><td>cell</td>\n"
+    "<% server code %><%= value %><% if a > b %> <div class=x>text</div></br></P><td>cell</td>\n"
     "<!--unfinished comment > still comment --> after &lt;</body></html>\n";
 
 TEST(Dissect, FindsTagsMetaAndAddresses) {
@@ -172,6 +172,26 @@ TEST(Dissect, OnlyWhatIsNeededIsRead) {
     x.finish();
     EXPECT_EQ(x.cells().title, "T");
     EXPECT_EQ(x.cells().firstBytes, "<title>T</");
+}
+
+TEST(Dissect, CopiesWorkOnTheirOwn) {
+    std::vector<tav::ContentExtractor> perThread(3, tav::ContentExtractor(allColumns()));
+    const tav::ContentCells expected = runWhole(allColumns(), kPage);
+    for (tav::ContentExtractor& x : perThread) expectSame(expected, run(x, kPage, {7}), "copy");
+}
+
+TEST(Dissect, ScriptsAndServerBlocksAreGatheredWhenAsked) {
+    tav::HtmlScanner scanner;
+    tav::DissectOptions options;
+    tav::HtmlScanner::Wants wants;
+    wants.blocks = true;
+    scanner.configure(options, wants, tav::EndChars(), tav::EndChars(), nullptr);
+    scanner.beginFile();
+    const std::string_view chunks[] = {"<!doctype x><script>a<b</scr", "ipt><% if a > b %><%=v%>"};
+    EXPECT_TRUE(scanner.Dissect(chunks, 0));
+    EXPECT_EQ(scanner.scriptText(), "a<b");
+    EXPECT_EQ(scanner.serverText(), "% if a > b %=v%");
+    EXPECT_EQ(scanner.otherTagText(), "!doctype x");
 }
 
 TEST(Dissect, PlainTextOfAWholeText) {
