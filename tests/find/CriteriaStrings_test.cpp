@@ -6,6 +6,7 @@
 #include "find/FindCriteria.h"
 #include "find/FindOptions.h"
 #include "find/LastSearches.h"
+#include "find/LookInItem.h"
 
 using namespace tav;
 
@@ -153,4 +154,12 @@ TEST(LastSearches, NewEntryGoesToHeadOnce) {
     EXPECT_EQ(shown.size(), 5u);
     EXPECT_EQ(shown[1], std::string(55, '-'));
     EXPECT_TRUE(parseLastSearches("").empty());
+}
+
+TEST(LookIn, ItemRoundTrip) {
+    LookInItem item{"c:\\a|{d:\\b}", false};
+    std::string s = buildLookInItem(item);
+    EXPECT_EQ(s, "c:\\a\"::**d:\\b**::|0");
+    EXPECT_EQ(parseLookInItem(s), item);
+    EXPECT_TRUE(parseLookInItem("-----|-1").divider);
 }
