@@ -3,7 +3,7 @@
 // a hundred scroll bar jumps, with the blocks read and the memory held;
 // against `tail -c 20000 FILE`, timed in the same run.
 //
-//   bench_view [FILE]
+//   bench_view [FILE | --synthetic]
 // Without FILE: /tmp/tavelo-corpus/huge/huge.txt if present, else a
 // synthetic 3 GiB file (text at both ends, a hole between) made under /tmp
 // and removed at the end.
@@ -85,22 +85,26 @@ double timeTail(const std::string& file, int runs) {
 std::string makeSyntheticFile() {
     const std::string path = (fs::temp_directory_path() / ("tavelo-bench-view-" + std::to_string(getpid()) + ".txt")).string();
     const int64_t size = int64_t{3} << 30;
-    std::string text;
     std::mt19937 rng(1);
     const char* words[] = {"alpha", "block", "cache", "display", "end", "file", "gigabyte", "hex", "index", "jump"};
-    while (text.size() < (64u << 20)) {
-        const int n = 3 + static_cast<int>(rng() % 15);
-        for (int w = 0; w < n; ++w) {
-            text += words[rng() % 10];
-            text += ' ';
+    // A megabyte of lines at a time, so that making the file costs little memory.
+    auto piece = [&] {
+        std::string text;
+        while (text.size() < (1u << 20)) {
+            const int n = 3 + static_cast<int>(rng() % 15);
+            for (int w = 0; w < n; ++w) {
+                text += words[rng() % 10];
+                text += ' ';
+            }
+            text.back() = '\n';
         }
-        text.back() = '\n';
-    }
+        return text;
+    };
     {
         std::ofstream out(path, std::ios::binary);
-        out << text;
+        for (int i = 0; i < 64; ++i) out << piece();
     }
-    const std::string tail = text.substr(0, 1 << 20);
+    const std::string tail = piece();
     fs::resize_file(path, static_cast<uintmax_t>(size) - tail.size());
     std::ofstream out(path, std::ios::binary | std::ios::app);
     out << tail;
@@ -112,9 +116,10 @@ std::string makeSyntheticFile() {
 int main(int argc, char** argv) {
     std::string file;
     bool made = false;
-    if (argc > 1) {
-        file = argv[1];
-    } else if (fs::exists("/tmp/tavelo-corpus/huge/huge.txt")) {
+    const std::string arg = argc > 1 ? argv[1] : "";
+    if (!arg.empty() && arg != "--synthetic") {
+        file = arg;
+    } else if (arg.empty() && fs::exists("/tmp/tavelo-corpus/huge/huge.txt")) {
         file = "/tmp/tavelo-corpus/huge/huge.txt";
     } else {
         std::printf("making a synthetic 3 GiB file under /tmp ...\n");
