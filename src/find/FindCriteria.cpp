@@ -1,5 +1,6 @@
 #include "find/FindCriteria.h"
 
+#include <algorithm>
 #include <vector>
 
 #include "core/ListText.h"
@@ -99,6 +100,16 @@ std::vector<WordRange> parseWordRanges(std::string_view text) {
         pos = close + 1;
     }
     return out;
+}
+
+std::string buildListSearchValue(int64_t maxBytes, std::string_view record) {
+    return std::to_string(maxBytes) + "|" + std::string(record);
+}
+
+void parseListSearchValue(std::string_view value, int64_t& maxBytes, std::string& record) {
+    size_t bar = value.find('|');
+    maxBytes = std::max<int64_t>(0, leadingNumber(value.substr(0, bar)));
+    record = bar == std::string_view::npos ? std::string() : std::string(value.substr(bar + 1));
 }
 
 }  // namespace tav

@@ -6,6 +6,7 @@
 // A backquote inside fields 0..6 is stored as a substitute sequence; the
 // substitute is written at the head of field 6, ahead of the switches (so
 // that the switches survive), and field 7 is set.
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -49,6 +50,12 @@ bool sectionHasNoLines(std::string_view section);
 // The dialog's note when `complex` holds parts the section will not use;
 // empty otherwise.
 std::string complexPartsNote(std::string_view section, std::string_view complex);
+
+// The value handed to the list maker for a file search: the maximum bytes
+// to search in a file (below 1: the whole file), "|", the criteria record.
+std::string buildListSearchValue(int64_t maxBytes, std::string_view record);
+// The inverse; `maxBytes` below 1 reads as 0 (no limit).
+void parseListSearchValue(std::string_view value, int64_t& maxBytes, std::string& record);
 
 // Word character ranges "[a-b]-[c-d]...": whether byte code c lies in one.
 struct WordRange {

@@ -163,3 +163,17 @@ TEST(LookIn, ItemRoundTrip) {
     EXPECT_EQ(parseLookInItem(s), item);
     EXPECT_TRUE(parseLookInItem("-----|-1").divider);
 }
+
+TEST(ListSearchValue, MaximumThenRecord) {
+    FindCriteria f;
+    f.text = "a|b`c";
+    const std::string rec = buildFindCriteria(f);
+    int64_t max = -1;
+    std::string back;
+    parseListSearchValue(buildListSearchValue(20000, rec), max, back);
+    EXPECT_EQ(max, 20000);
+    EXPECT_EQ(parseFindCriteria(back), f);
+    parseListSearchValue("-1|x", max, back);
+    EXPECT_EQ(max, 0);
+    EXPECT_EQ(back, "x");
+}

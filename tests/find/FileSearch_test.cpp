@@ -214,3 +214,25 @@ TEST(FileSearch, PositionsBeyondTwoGigabytes) {
     ASSERT_TRUE(bw.found);
     EXPECT_EQ(bw.hit.byteNumber, at);
 }
+
+TEST(FileSearch, SingleByteValueOnTheLastByteAfterAFullBlock) {
+    // The block after a full one holds one byte: it is still read.
+    tavtest::TempDir dir;
+    auto path = dir.write("f", fileWith(10001, "#", 10001)).string();
+    EXPECT_EQ(find(plain("#"), path, true).hit.byteNumber, 10001);
+    EXPECT_EQ(find(plain("#"), path, false).hit.byteNumber, 10001);
+}
+
+TEST(FileSearch, BlockRuleAtASeamWithValuesOfTwoLengths) {
+    // "abcd" crosses the seam; in the first block only "ab" fits there, so
+    // the first block reports "ab" although "abcd" is the later entry.
+    ComplexCriteria more;
+    more.values = {"abcd"};
+    auto c = prepareFindCriteria("ab", "", false, false, buildComplexCriteria(more), "");
+    std::string body = fileWith(20000, "abcd", 9999);
+    auto o = findInText(c, body, {});
+    EXPECT_EQ(o.hit.byteNumber, 9999);
+    EXPECT_EQ(o.hit.value, "ab");
+    // Away from a seam the later entry wins.
+    EXPECT_EQ(findInText(c, fileWith(20000, "abcd", 5000), {}).hit.value, "abcd");
+}
