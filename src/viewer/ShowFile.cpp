@@ -27,10 +27,22 @@ bool isDirectoryName(const std::string& pafn) {
 
 }  // namespace
 
+PlainSource makePlainSource(const std::string& path, int64_t sourceLimit) {
+    PlainSource plain;
+    FileRead r = readFileBytes(path, 1, sourceLimit);
+    if (!r.ok()) {
+        plain.error = std::move(r.error);
+        return plain;
+    }
+    plain.cut = r.truncated;
+    plain.source = std::make_shared<MemoryTextSource>(path, plainTextOf(r.bytes), "Plain");
+    return plain;
+}
+
 const char* kindName(TextKind kind) { return kind == TextKind::Plain ? "Plain" : "Raw"; }
 
 ShowFileResult showFile(TextView& view, const ShownText& shown, int64_t startByte, MessageHost& host,
-                        const ShowFileOptions& options) {
+                        const ShowFileOptions& options, const PlainSource* prepared) {
     ShowFileResult result;
     const std::string& name = shown.pafn;
     const std::string kind = kindName(shown.kind);
@@ -46,17 +58,16 @@ ShowFileResult showFile(TextView& view, const ShownText& shown, int64_t startByt
         view.showFixedText("<empty file>", 0);
         ok = true;
     } else if (shown.kind == TextKind::Plain && length > 0) {
-        FileRead r = readFileBytes(name, 1, options.plainSourceLimit);
-        if (!r.ok()) {
-            tell(host, r.error);
+        const PlainSource plain = prepared ? *prepared : makePlainSource(name, options.plainSourceLimit);
+        if (!plain.source) {
+            tell(host, plain.error);
         } else {
-            result.plainCut = r.truncated;
-            auto source = std::make_shared<MemoryTextSource>(name, plainTextOf(r.bytes), "Plain");
-            if (source->length() == 0) {
+            result.plainCut = plain.cut;
+            if (plain.source->length() == 0) {
                 view.showFixedText("", 0);
                 ok = true;
             } else {
-                ok = view.show(source, startByte);
+                ok = view.show(plain.source, startByte);
             }
         }
     } else {

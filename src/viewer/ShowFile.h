@@ -3,6 +3,7 @@
 // text (the bytes as they are), with the messages and status texts that go
 // with it.
 #include <cstdint>
+#include <memory>
 #include <string>
 
 #include "core/MessageRequest.h"
@@ -38,7 +39,19 @@ struct ShowFileResult {
     bool plainCut = false;   // the plain text was made from the file's first part only
 };
 
+// The plain text of a file, made into a source for a view. It touches no
+// shared state, so a worker thread can make it for a large file while the
+// view goes on showing what it showed; `showFile` then takes it ready-made.
+struct PlainSource {
+    std::shared_ptr<MemoryTextSource> source;  // null when the file could not be read
+    bool cut = false;                          // made from the file's first part only
+    std::string error;                         // the reader's message
+};
+PlainSource makePlainSource(const std::string& path, int64_t sourceLimit = kPlainSourceLimit);
+
+// Shows the file in the view. For a plain view, `prepared` may carry the
+// plain text made beforehand; otherwise it is made here.
 ShowFileResult showFile(TextView& view, const ShownText& shown, int64_t startByte, MessageHost& host,
-                        const ShowFileOptions& options = {});
+                        const ShowFileOptions& options = {}, const PlainSource* prepared = nullptr);
 
 }  // namespace tav

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "viewer/HexDump.h"
+
 namespace tav {
 
 namespace {
@@ -42,6 +44,25 @@ MessageRequest showInfoRequest(const TextView& view, const ShownText& shown, boo
     r.options = "Esc=1|";
     r.title = "- Show Info for text";
     return r;
+}
+
+bool hexDumpForView(const TextView& view, MessageRequest& request, std::string& error) {
+    const BlockSource* source = view.source();
+    if (!source) {
+        error = "Error opening file >><<.";
+        return false;
+    }
+    const ByteSelection& sel = view.selection();
+    const int64_t first = sel.empty() ? 1 : sel.first();
+    const int64_t count = sel.empty() ? kHexDumpLimit : std::min(kHexDumpLimit, sel.behind() - sel.first());
+    if (const auto* file = dynamic_cast<const FileTextSource*>(source))
+        return hexDumpOfFile(file->name(), first, count, request, error);
+    const auto* memory = dynamic_cast<const MemoryTextSource*>(source);
+    const std::string& text = memory ? memory->text() : std::string();
+    const auto from = static_cast<size_t>(std::min<int64_t>(first - 1, static_cast<int64_t>(text.size())));
+    request = hexDumpRequest(std::string_view(text).substr(from, static_cast<size_t>(count)), first,
+                             view.sourceName());
+    return true;
 }
 
 ShowInfoOutcome showBytesInfo(const TextView& view, const ShownText& shown, bool showBytes, MessageHost& host,

@@ -19,6 +19,11 @@ struct ShowInfoOutcome {
 // The prompt as it stands; `copied` adds the clipboard note.
 MessageRequest showInfoRequest(const TextView& view, const ShownText& shown, bool showBytes, bool copied);
 
+// The hex dump for the view: its selected bytes, or the source from its
+// start (at most kHexDumpLimit bytes). A file shows its real bytes, not the
+// converted text. False with the reader's message in `error`.
+bool hexDumpForView(const TextView& view, MessageRequest& request, std::string& error);
+
 // Runs the prompt until it is closed or the hex dump is asked for.
 // `toClipboard` receives the PAFN for "&Clip FileName".
 ShowInfoOutcome showBytesInfo(const TextView& view, const ShownText& shown, bool showBytes, MessageHost& host,

@@ -227,12 +227,12 @@ void TextView::scrollLinesDown(int lines) {
     else if (!l.starts.empty())
         setTop(l.starts.back());
     fillForward();
-    settleAtEnd();
+    fillBackward();
 }
 
 // At the end of the source the last line sits at the bottom: a screen that
 // is not full is filled from above.
-void TextView::settleAtEnd() {
+void TextView::fillBackward() {
     if (!sourceEndHeld() || !syncTop()) return;
     const auto visible = static_cast<size_t>(measure_.visibleLines());
     const Lines lines = lineStarts(top_, visible + 1);
@@ -285,7 +285,7 @@ bool TextView::repositionText(int64_t byte) {
     alignTop();
     // An overflow leaves what could be read on screen: the view goes on.
     fillForward();
-    settleAtEnd();
+    fillBackward();
     return true;
 }
 

@@ -65,6 +65,9 @@ public:
     // Reads behind the screen until it is full or the source ends. False on
     // a failed read or an overflow.
     bool fillForward();
+    // When the source ends on a screen that is not full, adds lines ahead
+    // of it so that the last line sits at the bottom.
+    void fillBackward();
     // Moves the top up by `lines` display lines, reading ahead of the cache
     // as needed.
     void scrollLinesUp(int lines);
@@ -86,6 +89,9 @@ public:
 
     int64_t fileLength() const { return length_; }
     const std::string& sourceName() const { return name_; }
+    // What the view reads from; null before the first show.
+    const BlockSource* source() const { return source_.get(); }
+    bool showsFixedText() const { return fixed_; }
     int64_t topByte() const { return topByte_; }
     int64_t screenEndByte() const;
     std::vector<ScreenLine> screen() const;
@@ -109,7 +115,6 @@ private:
     bool readBackward();
     void setTop(int64_t pos);
     void alignTop();
-    void settleAtEnd();
     void reportOverflow();
     bool movable() const;
     void extendTo(bool extend, int64_t byte);

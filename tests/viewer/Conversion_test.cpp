@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include "viewer/DisplayText.h"
 #include "viewer/LineMeasure.h"
 #include "viewer/PlainText.h"
 #include "viewer/RawConversion.h"
@@ -76,6 +77,23 @@ TEST(PlainText, WholeConversionOfHtmlAndOfBinary) {
     EXPECT_EQ(tav::plainTextOf("\x93quoted\x94"), "\xE2\x80\x9Cquoted\xE2\x80\x9D");
     const std::string binary("\x00\x01<\x02>\x03zz"s);
     EXPECT_EQ(tav::plainTextOf(binary), "zz");
+}
+
+}  // namespace
+
+namespace {
+
+TEST(DisplayText, Utf8StaysOtherHighBytesAreWindows1252) {
+    EXPECT_EQ(tav::displayText("\xC3\xA9\xE9\x80\x01\x7F", true), "\xC3\xA9\xC3\xA9\xE2\x82\xAC..");
+    EXPECT_EQ(tav::displayText("a\x01" "b\r\n", false), "a\x01" "b\r\n");
+}
+
+TEST(DisplayText, UnfinishedSequenceAtTheEndIsKeptForTheNextPiece) {
+    EXPECT_EQ(tav::unfinishedUtf8Tail("ab\xE2\x82"), 2u);
+    EXPECT_EQ(tav::unfinishedUtf8Tail("ab\xE2\x82\xAC"), 0u);
+    EXPECT_EQ(tav::unfinishedUtf8Tail("ab\xC3"), 1u);
+    EXPECT_EQ(tav::unfinishedUtf8Tail("ab\xE9"), 1u);  // may begin a three-byte sequence
+    EXPECT_EQ(tav::unfinishedUtf8Tail("ab\xFF"), 0u);  // begins nothing
 }
 
 }  // namespace

@@ -170,3 +170,42 @@ TEST(HexDump, FileDumpIsCappedAndReportsReadErrors) {
 }
 
 }  // namespace
+
+namespace {
+
+TEST(HexDumpForView, DumpsTheSelectedFileBytesNotTheConvertedText) {
+    tavtest::TempDir dir;
+    const std::string path = dir.write("t.txt", std::string("ab\tc\0def", 8)).string();
+    tav::TextBlockCache cache;
+    tavtest::ScriptedHost host;
+    tav::FixedWidthMeasure measure(40, 5);
+    tav::TextView view(cache, measure, host);
+    ASSERT_TRUE(tav::showFile(view, {path, tav::TextKind::Raw, ""}, 1, host).shown);
+    view.setSelection(6, 3);
+    tav::MessageRequest req;
+    std::string error;
+    ASSERT_TRUE(tav::hexDumpForView(view, req, error));
+    EXPECT_EQ(req.message, path + "\rBytes 3 to 5");
+    EXPECT_EQ(req.values[2].substr(0, 24), "         3: 09 63 00    ");
+    view.clearSelection();
+    ASSERT_TRUE(tav::hexDumpForView(view, req, error));
+    EXPECT_EQ(req.message, path + "\rBytes 1 to 8");
+}
+
+TEST(HexDumpForView, PlainViewDumpsThePlainText) {
+    tavtest::TempDir dir;
+    const std::string path = dir.write("p.html", "<b>Hi</b>").string();
+    tav::TextBlockCache cache;
+    tavtest::ScriptedHost host;
+    tav::FixedWidthMeasure measure(40, 5);
+    tav::TextView view(cache, measure, host);
+    const tav::PlainSource plain = tav::makePlainSource(path);
+    ASSERT_TRUE(plain.source);
+    ASSERT_TRUE(tav::showFile(view, {path, tav::TextKind::Plain, ""}, 1, host, {}, &plain).shown);
+    tav::MessageRequest req;
+    std::string error;
+    ASSERT_TRUE(tav::hexDumpForView(view, req, error));
+    EXPECT_EQ(req.values[2].substr(0, 18), "         1: 48 69 ");
+}
+
+}  // namespace
