@@ -43,7 +43,7 @@ int commonIndex(std::string_view name) {
 std::uint32_t hashName(std::string_view s) {
     std::uint32_t h = 2166136261u;
     for (char c : s) h = (h ^ static_cast<unsigned char>(c)) * 16777619u;
-    return h | 1u;  // never 0: 0 marks a free slot
+    return h;
 }
 
 inline unsigned char upper(unsigned char c) { return (c >= 'a' && c <= 'z') ? static_cast<unsigned char>(c - 32) : c; }
@@ -332,14 +332,19 @@ void HtmlScanner::onMailHit(const unsigned char* s, std::size_t hit) {
     const std::int64_t pieceFrom = pieceStart_;
     pieceStart_ = hitAbs + 1;
     if (collecting_ || candEnd_ > hitAbs) return;
-    // The candidate starts at the last break before the '@', within the
-    // tail of the piece before it.
+    // The candidate starts behind the last break before the '@' (a blank,
+    // a line end or a mail end character), within the tail of the piece
+    // before it.
     std::int64_t from = hitAbs - static_cast<std::int64_t>(kMailPrefix);
     if (from < pieceFrom) from = pieceFrom;
     const std::int64_t oldest = pos_ - static_cast<std::int64_t>(histLen_);
     if (from < oldest) from = oldest;
     std::int64_t start = hitAbs;
-    while (start > from && !isBlank(byteAt(s, start - 1))) --start;
+    while (start > from) {
+        const unsigned char c = byteAt(s, start - 1);
+        if (isBlank(c) || mailEnd_[c]) break;
+        --start;
+    }
     collecting_ = true;
     collectMail_ = true;
     cand_.clear();
