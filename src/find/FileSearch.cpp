@@ -97,7 +97,6 @@ private:
             if (!buf && readFailed()) return;
             const auto size = static_cast<size_t>(blockEnd + 1 - bufStart);
             BufferScan scan(c_, buf, size);
-            scanBuffer_ = buf;
             for (size_t from = 0;;) {
                 ValueHit vh = scan.next(from);
                 if (!vh.found()) break;
@@ -105,13 +104,10 @@ private:
                 if (bn >= r_.endByte) return;
                 Verdict v = judge(bn, vh, buf, vh.index);
                 if (v == Verdict::Done) return;
+                // The check reads its context with read(), which leaves the
+                // piece under scan where it is.
                 from = vh.index + 1;
                 if (from >= size) break;
-                // judge may have read context from the source: look again.
-                buf = src_.view(bufStart, blockEnd + 1, true);
-                if (!buf && readFailed()) return;
-                if (buf != scanBuffer_) scan = BufferScan(c_, buf, size);
-                scanBuffer_ = buf;
             }
             if (next > r_.endByte || next > len) return;
             carry = std::min<int64_t>(overlap_, blockEnd + 1 - bufStart);
@@ -135,7 +131,6 @@ private:
             if (!buf && readFailed()) return;
             const auto size = static_cast<size_t>(bufEnd + 1 - pos);
             BufferScan scan(c_, buf, size);
-            scanBuffer_ = buf;
             for (size_t limit = size;;) {
                 ValueHit vh = scan.previous(limit);
                 if (!vh.found()) break;
@@ -145,10 +140,6 @@ private:
                 if (v == Verdict::Done) return;
                 limit = vh.index;
                 if (limit == 0) break;
-                buf = src_.view(pos, bufEnd + 1, false);
-                if (!buf && readFailed()) return;
-                if (buf != scanBuffer_) scan = BufferScan(c_, buf, size);
-                scanBuffer_ = buf;
             }
             if (pos < start || pos < 2) return;
             carry = std::min<int64_t>(overlap_, static_cast<int64_t>(size));
@@ -167,7 +158,6 @@ private:
     int64_t overlap_ = 0;
     int64_t blocks_ = 0;
     int64_t lastReported_ = -1;
-    const char* scanBuffer_ = nullptr;
 };
 
 }  // namespace

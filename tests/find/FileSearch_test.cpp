@@ -116,6 +116,8 @@ TEST(FileSearch, EndByteLimitsForwardHits) {
     EXPECT_FALSE(find(plain("abc"), path, true, 15001).found);
     EXPECT_FALSE(find(plain("abc"), path, false, 1, 15002).found) << "must end before the end byte";
     EXPECT_TRUE(find(plain("abc"), path, false, 1, 15003).found);
+    EXPECT_FALSE(find(plain("abc"), path, false, 15001).found) << "backward hits start at or after the start byte";
+    EXPECT_TRUE(find(plain("abc"), path, false, 15000).found);
 }
 
 TEST(FileSearch, TwoValuesAtOnePlaceReportTheLaterEntry) {
