@@ -35,18 +35,16 @@ private:
     // A raw hit at byte bn: check it, report it. Done ends the walk.
     Verdict judge(int64_t bn, const ValueHit& vh, const char* buf, size_t index) {
         std::string_view value(buf + index, c_.value(vh.value).size());
+        if (lastReported_ >= 0 && (r_.forward ? bn <= lastReported_ : bn >= lastReported_))
+            return Verdict::Rejected;  // reported already, seen again in the overlap
         if (!r_.raw) {
             if (auto reject = checkCriteria(c_, src_, bn, value)) {
-                if (hooks_.rejected) {
-                    std::string heading = hooks_.heading;
-                    hooks_.rejected->add(heading, *reject, hooks_.keepAllRejected || c_.keepAllRejected,
+                if (hooks_.rejected)
+                    hooks_.rejected->add(hooks_.heading, *reject, hooks_.keepAllRejected || c_.keepAllRejected,
                                          hooks_.rejectedShowing);
-                }
                 return Verdict::Rejected;
             }
         }
-        if (lastReported_ >= 0 && (r_.forward ? bn <= lastReported_ : bn >= lastReported_))
-            return Verdict::Rejected;  // seen already in the overlap
         lastReported_ = bn;
         FoundHit hit;
         hit.byteNumber = bn;
