@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <random>
+
 #include "find/ComplexCriteria.h"
 #include "find/FileSearch.h"
 #include "support/TempDir.h"
@@ -202,4 +205,46 @@ TEST(CriteriaCheck, ContextReadBackFromTheFile) {
     ASSERT_TRUE(o.found);
     EXPECT_EQ(o.hit.byteNumber, 101);
     EXPECT_EQ(findInFile(c, path, {}).hit.byteNumber, 101);
+}
+
+TEST(CriteriaCheck, FileWalkAgreesWithCheckingEveryPlace) {
+    // Whether a hit is a find depends only on its place: a walk over a file
+    // must give the first place, from any start, in both directions, that
+    // the check accepts on the whole text.
+    std::mt19937 rng(5);
+    tavtest::TempDir dir;
+    ComplexCriteria cc;
+    cc.exclude = {"no ab"};
+    cc.excludeLineStarts = {"#"};
+    cc.includeSameLine = {"="};
+    cc.restrictLine = 40;
+    const std::vector<std::string> words = {"ab", "no", "=", "#", "xab", " ", " ", "\n", "\r\n", "cd"};
+    for (int round = 0; round < 20; ++round) {
+        auto c = prepareFindCriteria("ab", "", false, round % 2 == 0, buildComplexCriteria(cc), "");
+        std::string body;
+        while (body.size() < 23000) body += words[rng() % words.size()];
+        auto path = dir.write("w" + std::to_string(round), body).string();
+        MemoryBytes whole(body);
+        std::vector<int64_t> accepted;
+        for (size_t p = body.find("ab"); p != std::string::npos; p = body.find("ab", p + 1))
+            if (!checkCriteria(c, whole, static_cast<int64_t>(p) + 1, "ab")) accepted.push_back(static_cast<int64_t>(p) + 1);
+        int64_t from = 1 + static_cast<int64_t>(rng() % body.size());
+        SearchRange fw;
+        fw.startByte = from;
+        auto o = findInFile(c, path, fw);
+        auto next = std::find_if(accepted.begin(), accepted.end(), [&](int64_t b) { return b >= from; });
+        ASSERT_EQ(o.found, next != accepted.end()) << round;
+        if (o.found) {
+            EXPECT_EQ(o.hit.byteNumber, *next) << round;
+        }
+        SearchRange bw;
+        bw.forward = false;
+        bw.endByte = from;
+        o = findInFile(c, path, bw);
+        auto prev = std::find_if(accepted.rbegin(), accepted.rend(), [&](int64_t b) { return b + 2 <= from; });
+        ASSERT_EQ(o.found, prev != accepted.rend()) << round;
+        if (o.found) {
+            EXPECT_EQ(o.hit.byteNumber, *prev) << round;
+        }
+    }
 }
