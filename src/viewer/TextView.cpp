@@ -74,7 +74,8 @@ TextView::Lines TextView::lineStarts(int64_t from, size_t maxLines) const {
         const std::string_view rest = text.substr(pos);
         size_t len = std::max<size_t>(1, measure_.lineLength(rest));
         len = std::min(len, rest.size());
-        lines.lastComplete = len < rest.size() || isBreak(rest[len - 1]);
+        // A CR at the end of the text may be the first half of a CR LF whose LF is not read yet.
+        lines.lastComplete = len < rest.size() || rest[len - 1] == '\n' || (rest[len - 1] == '\r' && sourceEndHeld());
         if (!lines.lastComplete) break;
         pos += len;
     }

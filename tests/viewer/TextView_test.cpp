@@ -336,3 +336,65 @@ TEST(HugeFile, ThreeGigabyteSparseFileOpensAtItsEndAtOnce) {
 }
 
 }  // namespace
+
+namespace {
+
+class WrapTest : public ::testing::Test {
+protected:
+    tavtest::TempDir dir;
+    TextBlockCache cache;
+    tavtest::ScriptedHost host;
+};
+
+// Paging down and back up again passes the same tops: display lines are the
+// same whichever way they were measured.
+void expectPagingRetraces(TextView& view) {
+    std::vector<int64_t> tops{view.topByte()};
+    while (!view.atEnd()) {
+        view.pageDown();
+        tops.push_back(view.topByte());
+        ASSERT_LT(tops.size(), 5000u);
+    }
+    // The last page is pulled back to fill the screen, off the pages' grid: stop short of it.
+    tops.resize(tops.size() - 2);
+    view.toStart();
+    for (size_t i = 1; i < tops.size(); ++i) view.pageDown();
+    ASSERT_EQ(view.topByte(), tops.back());
+    while (tops.size() > 1) {
+        tops.pop_back();
+        view.pageUp();
+        ASSERT_EQ(view.topByte(), tops.back()) << "page up did not retrace page down";
+    }
+    view.pageUp();
+    EXPECT_EQ(view.topByte(), 1);
+}
+
+TEST_F(WrapTest, CrLfLinesPageBothWaysWithoutStrayLineFeeds) {
+    std::string bytes;
+    for (int i = 0; i < 9000; ++i) bytes += "row " + std::to_string(i) + std::string(static_cast<size_t>(i % 7), '-') + "\r\n";
+    const std::string path = dir.write("crlf.txt", bytes).string();
+    FixedWidthMeasure measure(30, 17);
+    TextView view(cache, measure, host);
+    ASSERT_TRUE(view.show(std::make_shared<FileTextSource>(path, false)));
+    for (int i = 0; i < 400 && !view.atEnd(); ++i) {
+        for (const auto& l : view.screen()) ASSERT_EQ(l.text.rfind("row ", 0), 0u) << "at byte " << l.firstByte;
+        view.pageDown();
+    }
+    view.toStart();
+    expectPagingRetraces(view);
+}
+
+TEST_F(WrapTest, WordWrappedLongLinesRetraceWhenPagingBack) {
+    std::string bytes;
+    for (int i = 0; i < 600; ++i) {
+        for (int w = 0; w < 20 + i % 30; ++w) bytes += "word" + std::to_string((i * w) % 97) + " ";
+        bytes += "\n";
+    }
+    const std::string path = dir.write("wrap.txt", bytes).string();
+    FixedWidthMeasure measure(37, 11, true);
+    TextView view(cache, measure, host);
+    ASSERT_TRUE(view.show(std::make_shared<FileTextSource>(path, false)));
+    expectPagingRetraces(view);
+}
+
+}  // namespace
