@@ -3,7 +3,9 @@
 // The nine tests run in a fixed order and the first that rejects ends the
 // check: whole word, exclude line start, exclude values, exclude same line,
 // exclude range, include line start, include same line, include range,
-// simple exclude.
+// simple exclude. Word character ranges and line breaks are judged on
+// byte values, so with UTF-8 text a range over 128-255 makes every byte of
+// a non-ASCII letter a word character.
 #include <cstdint>
 #include <optional>
 #include <string>
