@@ -90,6 +90,7 @@ void ContentExtractor::beginFile(std::string_view fileName, std::int64_t fileSiz
     fileSize_ = fileSize;
     done_ = finished_ = false;
     sectionIndex_ = 0;
+    sectionOpen_ = true;
     sectionStart_ = sectionFed_ = 0;
     sectionFull_ = false;
     lastAngle_ = 0;
@@ -158,6 +159,8 @@ void ContentExtractor::feedSection(std::string_view part) {
 }
 
 void ContentExtractor::endSection() {
+    if (!sectionOpen_) return;
+    sectionOpen_ = false;
     if (scannerOn_) scanner_.endSection();
     if (sectionIndex_ == 0) {
         if (titleOn_) titleText_ = title_.result();
@@ -180,6 +183,7 @@ bool ContentExtractor::startNextSection() {
     reFeed_.swap(ltTail_);
     if (lastAngle_ != '<') reFeed_.clear();
     ++sectionIndex_;
+    sectionOpen_ = true;
     sectionStart_ = base;
     sectionFed_ = 0;
     sectionFull_ = false;
@@ -225,7 +229,8 @@ bool ContentExtractor::feed(std::string_view chunk) {
     } catch (const std::bad_alloc&) {
         noteError("Out of memory");
     }
-    if (!wantsMore()) done_ = true;
+    // A first part that is full takes nothing more.
+    if (!wantsMore() || (sectionFull_ && !sectionsGoOn_)) done_ = true;
     return !done_;
 }
 

@@ -113,6 +113,7 @@ private:
     bool finished_ = false;
     bool trackAngles_ = false;
     int sectionIndex_ = 0;
+    bool sectionOpen_ = false;   // its end has not been dealt with yet
     std::int64_t sectionStart_ = 0;
     std::int64_t sectionFed_ = 0;
     bool sectionFull_ = false;
