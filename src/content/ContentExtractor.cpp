@@ -54,6 +54,40 @@ std::string tidyBytes(std::string_view bytes, std::size_t maxLength) {
 
 }  // namespace
 
+ContentColumns contentColumnsFor(const std::vector<int>& colTypes) {
+    ContentColumns c;
+    for (int t : colTypes) {
+        switch (t) {
+            case 10: c.title = true; break;
+            case 15: c.firstBytes = true; break;
+            case 16: c.lastBytes = true; break;
+            case 21: c.firstPlain = true; break;
+            case 22: c.lastPlain = true; break;
+            case 23: c.htmlTags = true; break;
+            case 24: c.metaTags = true; break;
+            case 25: c.www = true; break;
+            case 26: c.mail = true; break;
+            default: break;
+        }
+    }
+    return c;
+}
+
+const std::string* ContentCells::forColType(int colType) const {
+    switch (colType) {
+        case 10: return &title;
+        case 15: return &firstBytes;
+        case 16: return &lastBytes;
+        case 21: return &firstPlain;
+        case 22: return &lastPlain;
+        case 23: return &htmlTags;
+        case 24: return &metaTags;
+        case 25: return &wwwAddresses;
+        case 26: return &mailAddresses;
+        default: return nullptr;
+    }
+}
+
 void ContentExtractor::configure(const ContentSpec& spec) {
     spec_ = spec;
     const ContentColumns& c = spec_.columns;

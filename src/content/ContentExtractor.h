@@ -39,6 +39,10 @@ struct ContentColumns {
     std::vector<SpanColumnDef> spanCols;  // user columns, 27 and up
 };
 
+// The content columns among a list of ColTypes (10, 15, 16, 21 to 26).
+// User columns are added separately, as SpanColumnDef.
+ContentColumns contentColumnsFor(const std::vector<int>& colTypes);
+
 struct ContentSpec {
     ContentColumns columns;
     DissectOptions options;
@@ -55,6 +59,9 @@ struct ContentCells {
     std::string htmlTags, metaTags, wwwAddresses, mailAddresses;
     std::vector<std::string> spanCols;  // in the order of ContentColumns::spanCols
     std::vector<std::string> errors;    // lines for the window's error list
+
+    // The cell of a standard content ColType; null for any other number.
+    const std::string* forColType(int colType) const;
 };
 
 class ContentExtractor {

@@ -224,3 +224,23 @@ TEST(DissectMasks, EveryVectorLevelMarksTheSameBytes) {
 }
 
 }  // namespace
+
+namespace {
+
+TEST(ContentColumns, ColTypesSelectColumnsAndCells) {
+    tav::ContentSpec spec;
+    spec.columns = tav::contentColumnsFor({1, 10, 23, 26, 27});
+    EXPECT_TRUE(spec.columns.title && spec.columns.htmlTags && spec.columns.mail);
+    EXPECT_FALSE(spec.columns.www || spec.columns.metaTags || spec.columns.firstBytes || spec.columns.lastPlain);
+    tav::ContentExtractor x(spec);
+    x.beginFile("f", -1);
+    x.feed("<title>T</title>a@b.c");
+    x.finish();
+    ASSERT_NE(x.cells().forColType(10), nullptr);
+    EXPECT_EQ(*x.cells().forColType(10), "T");
+    EXPECT_EQ(*x.cells().forColType(23), "TITLE,/TITLE");
+    EXPECT_EQ(*x.cells().forColType(26), "a@b.c");
+    EXPECT_EQ(x.cells().forColType(3), nullptr);
+}
+
+}  // namespace
