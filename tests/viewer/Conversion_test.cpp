@@ -97,3 +97,19 @@ TEST(DisplayText, UnfinishedSequenceAtTheEndIsKeptForTheNextPiece) {
 }
 
 }  // namespace
+
+namespace {
+
+TEST(RawConversion, ALineCutByTheBlockEdgesIsJudgedWhole) {
+    // A blank line cut in two: both halves go, the lines around it stay whole.
+    EXPECT_EQ(tav::removeBlankLines("x\n \t", "", "  \nnext", false), "x\n");
+    EXPECT_EQ(tav::removeBlankLines("  \nnext\n", "x\n \t", "", true), "next\n");
+    // A line with text cut in two: both halves stay, blanks and all.
+    EXPECT_EQ(tav::removeBlankLines("x\n  ", "", "word\n", false), "x\n  ");
+    EXPECT_EQ(tav::removeBlankLines("  \nnext", "x\nword", "", true), "  \nnext");
+    // Nothing known behind: the half line stays.
+    EXPECT_EQ(tav::removeBlankLines("x\n  ", "", "    ", false), "x\n  ");
+    EXPECT_EQ(tav::removeBlankLines("x\n  ", "", "    ", true), "x\n");
+}
+
+}  // namespace
