@@ -453,10 +453,11 @@ namespace {
 
 // The delimiter mask of one 64-byte block, bit k for byte k: '<' and '>'
 // (one compare: only they give 0x3E when or-ed with 2), '@' when mail is
-// wanted, and every ':' and '.' when WWW is wanted; the caller checks
+// wanted, and when WWW is wanted each ':' after a 'p' and '.' after a 'w'
+// (any ':' and '.' of the first 16 bytes unless `back`); the caller checks
 // whether they end "http:" or "www.".
 #if defined(__SSE2__)
-inline std::uint64_t eventMaskSse2(const unsigned char* s, bool www, bool mail) {
+inline std::uint64_t eventMaskSse2(const unsigned char* s, bool www, bool mail, bool back) {
     const __m128i v2 = _mm_set1_epi8(2);
     const __m128i vangle = _mm_set1_epi8(0x3E);
     const __m128i vat = _mm_set1_epi8('@');
@@ -467,8 +468,15 @@ inline std::uint64_t eventMaskSse2(const unsigned char* s, bool www, bool mail) 
         __m128i e = _mm_cmpeq_epi8(_mm_or_si128(x, v2), vangle);
         if (mail) e = _mm_or_si128(e, _mm_cmpeq_epi8(x, vat));
         if (www) {
-            const __m128i colonAt = _mm_cmpeq_epi8(x, _mm_set1_epi8(':'));
-            const __m128i dotAt = _mm_cmpeq_epi8(x, _mm_set1_epi8('.'));
+            __m128i colonAt = _mm_cmpeq_epi8(x, _mm_set1_epi8(':'));
+            __m128i dotAt = _mm_cmpeq_epi8(x, _mm_set1_epi8('.'));
+            if (back || g > 0) {
+                // Only "p:" and "w." can end "http:" and "www.".
+                const __m128i x1 = _mm_or_si128(_mm_loadu_si128(reinterpret_cast<const __m128i*>(p - 1)),
+                                                _mm_set1_epi8(0x20));
+                colonAt = _mm_and_si128(colonAt, _mm_cmpeq_epi8(x1, _mm_set1_epi8('p')));
+                dotAt = _mm_and_si128(dotAt, _mm_cmpeq_epi8(x1, _mm_set1_epi8('w')));
+            }
             e = _mm_or_si128(e, _mm_or_si128(colonAt, dotAt));
         }
         events |= static_cast<std::uint64_t>(static_cast<unsigned>(_mm_movemask_epi8(e))) << (16 * g);
@@ -479,7 +487,8 @@ inline std::uint64_t eventMaskSse2(const unsigned char* s, bool www, bool mail) 
 
 #if defined(__GNUC__) && defined(__x86_64__)
 #define TAV_HAVE_AVX2_PATH 1
-__attribute__((target("avx2"))) inline std::uint64_t eventMaskAvx2(const unsigned char* s, bool www, bool mail) {
+__attribute__((target("avx2"))) inline std::uint64_t eventMaskAvx2(const unsigned char* s, bool www, bool mail,
+                                                                   bool back) {
     const __m256i v2 = _mm256_set1_epi8(2);
     const __m256i vangle = _mm256_set1_epi8(0x3E);
     const __m256i vat = _mm256_set1_epi8('@');
@@ -490,8 +499,14 @@ __attribute__((target("avx2"))) inline std::uint64_t eventMaskAvx2(const unsigne
         __m256i e = _mm256_cmpeq_epi8(_mm256_or_si256(x, v2), vangle);
         if (mail) e = _mm256_or_si256(e, _mm256_cmpeq_epi8(x, vat));
         if (www) {
-            const __m256i colonAt = _mm256_cmpeq_epi8(x, _mm256_set1_epi8(':'));
-            const __m256i dotAt = _mm256_cmpeq_epi8(x, _mm256_set1_epi8('.'));
+            __m256i colonAt = _mm256_cmpeq_epi8(x, _mm256_set1_epi8(':'));
+            __m256i dotAt = _mm256_cmpeq_epi8(x, _mm256_set1_epi8('.'));
+            if (back || g > 0) {
+                const __m256i x1 = _mm256_or_si256(_mm256_loadu_si256(reinterpret_cast<const __m256i*>(p - 1)),
+                                                   _mm256_set1_epi8(0x20));
+                colonAt = _mm256_and_si256(colonAt, _mm256_cmpeq_epi8(x1, _mm256_set1_epi8('p')));
+                dotAt = _mm256_and_si256(dotAt, _mm256_cmpeq_epi8(x1, _mm256_set1_epi8('w')));
+            }
             e = _mm256_or_si256(e, _mm256_or_si256(colonAt, dotAt));
         }
         events |= static_cast<std::uint64_t>(static_cast<std::uint32_t>(_mm256_movemask_epi8(e))) << (32 * g);
@@ -511,24 +526,26 @@ inline std::uint64_t eventMaskTail(const unsigned char* s, std::size_t count, bo
     return events;
 }
 
-// Masks of `blocks` whole blocks from s into out.
-using EventMaskFn = void (*)(const unsigned char*, std::size_t, bool, bool, std::uint64_t*);
+// Masks of `blocks` whole blocks from s into out. `back`: s[-1] may be read,
+// which lets most ':' and '.' be passed over here already.
+using EventMaskFn = void (*)(const unsigned char*, std::size_t, bool, bool, bool, std::uint64_t*);
 
 #if defined(__SSE2__)
-void eventMasksSse2(const unsigned char* s, std::size_t blocks, bool www, bool mail, std::uint64_t* out) {
-    for (std::size_t i = 0; i < blocks; ++i) out[i] = eventMaskSse2(s + 64 * i, www, mail);
+void eventMasksSse2(const unsigned char* s, std::size_t blocks, bool www, bool mail, bool back, std::uint64_t* out) {
+    for (std::size_t i = 0; i < blocks; ++i) out[i] = eventMaskSse2(s + 64 * i, www, mail, back || i > 0);
 }
 #endif
 
 #if defined(TAV_HAVE_AVX2_PATH)
 __attribute__((target("avx2"))) void eventMasksAvx2(const unsigned char* s, std::size_t blocks, bool www,
-                                                    bool mail, std::uint64_t* out) {
-    for (std::size_t i = 0; i < blocks; ++i) out[i] = eventMaskAvx2(s + 64 * i, www, mail);
+                                                    bool mail, bool back, std::uint64_t* out) {
+    for (std::size_t i = 0; i < blocks; ++i) out[i] = eventMaskAvx2(s + 64 * i, www, mail, back || i > 0);
 }
 #endif
 
 #if !defined(__SSE2__)
-void eventMasksPlain(const unsigned char* s, std::size_t blocks, bool www, bool mail, std::uint64_t* out) {
+void eventMasksPlain(const unsigned char* s, std::size_t blocks, bool www, bool mail, bool /*back*/,
+                     std::uint64_t* out) {
     for (std::size_t i = 0; i < blocks; ++i) out[i] = eventMaskTail(s + 64 * i, 64, www, mail);
 }
 #endif
@@ -561,13 +578,13 @@ bool eventMasks(int level, const unsigned char* s, std::size_t blocks, bool www,
             return true;
 #if defined(__SSE2__)
         case 1:
-            eventMasksSse2(s, blocks, www, mail, out);
+            eventMasksSse2(s, blocks, www, mail, true, out);
             return true;
 #endif
 #if defined(TAV_HAVE_AVX2_PATH)
         case 2:
             if (!__builtin_cpu_supports("avx2")) return false;
-            eventMasksAvx2(s, blocks, www, mail, out);
+            eventMasksAvx2(s, blocks, www, mail, true, out);
             return true;
 #endif
         default:
@@ -599,7 +616,7 @@ void HtmlScanner::feed(std::string_view chunk) {
         if (index == 0 && b + 64 <= n) {
             std::size_t blocks = (n - b) / 64;
             if (blocks > kStretch) blocks = kStretch;
-            kEventMask(s + b, blocks, wwwOn_, mailOn_, masks);
+            kEventMask(s + b, blocks, wwwOn_, mailOn_, b > 0, masks);
         }
         std::uint64_t events = b + 64 <= n ? masks[index] : eventMaskTail(s + b, n - b, wwwOn_, mailOn_);
         while (events != 0) {

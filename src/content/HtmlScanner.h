@@ -139,7 +139,9 @@ private:
 };
 
 // The delimiter masks at each vector level (0 plain, 1 SSE2, 2 AVX2), for
-// tests that compare them. False when this build or processor lacks the level.
+// tests that compare them; s[-1] must be readable. Level 0 marks every ':'
+// and '.', the others only those after 'p' and 'w' (either case). False
+// when this build or processor lacks the level.
 namespace scan_detail {
 int vectorLevels();
 bool eventMasks(int level, const unsigned char* s, std::size_t blocks, bool www, bool mail, std::uint64_t* out);
