@@ -1,5 +1,7 @@
 #include "viewer/BlockSource.h"
 
+#include <sys/stat.h>
+
 #include <algorithm>
 
 #include "viewer/FileBlockReader.h"
@@ -7,7 +9,16 @@
 
 namespace tav {
 
-std::string FileTextSource::key() const { return (removeBlank_ ? "Raw-nb\n" : "Raw\n") + path_; }
+FileTextSource::FileTextSource(std::string path, bool removeBlank) : path_(std::move(path)), removeBlank_(removeBlank) {
+    struct stat st {};
+    if (::stat(path_.c_str(), &st) == 0)
+        stamp_ = std::to_string(st.st_size) + ":" + std::to_string(st.st_mtim.tv_sec) + "." +
+                 std::to_string(st.st_mtim.tv_nsec);
+}
+
+std::string FileTextSource::key() const {
+    return (removeBlank_ ? "Raw-nb\n" : "Raw\n") + path_ + "\n" + stamp_;
+}
 
 int64_t FileTextSource::length() const { return fileLengthOf(path_); }
 

@@ -30,7 +30,9 @@ public:
 // A file shown as raw text: blank lines optionally collapsed, bytes 0 and 9 as byte 1.
 class FileTextSource : public BlockSource {
 public:
-    FileTextSource(std::string path, bool removeBlank) : path_(std::move(path)), removeBlank_(removeBlank) {}
+    // The key holds the file's size and time as they are now, so that a file
+    // changed since the cache was filled is read afresh by the next show.
+    FileTextSource(std::string path, bool removeBlank);
     std::string key() const override;
     std::string name() const override { return path_; }
     int64_t length() const override;
@@ -39,6 +41,7 @@ public:
 private:
     std::string path_;
     bool removeBlank_;
+    std::string stamp_;
 };
 
 // A text held in memory; one character a byte.

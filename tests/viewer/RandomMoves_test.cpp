@@ -4,6 +4,7 @@
 // nothing is asked of the user.
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <random>
 #include <set>
 
@@ -154,6 +155,51 @@ TEST(RandomMovesRemoveBlank, LinesStayInOrderWithoutBlanks) {
         }
     }
     EXPECT_TRUE(host.asked().empty());
+}
+
+}  // namespace
+
+namespace {
+
+// The file changes under the view: it shrinks, grows, vanishes and comes
+// back. The view says so in its messages and never fails.
+TEST(RandomMovesChangingFile, ViewSurvivesAFileThatChangesUnderIt) {
+    tavtest::TempDir dir;
+    const std::string full = viewertest::numberedLines(6000);
+    const std::string path = dir.write("c.txt", full).string();
+    tav::TextBlockCache cache;
+    tavtest::ScriptedHost host;
+    tav::FixedWidthMeasure measure(40, 20);
+    tav::TextView view(cache, measure, host);
+    ASSERT_TRUE(view.show(std::make_shared<tav::FileTextSource>(path, false)));
+    std::mt19937 rng(9);
+    for (int step = 0; step < 600; ++step) {
+        if (step % 37 == 0) {
+            const auto r = rng() % 4;
+            if (r == 0) std::filesystem::remove(path);
+            else dir.write("c.txt", full.substr(0, rng() % full.size()));
+        }
+        switch (rng() % 6) {
+        case 0: view.pageDown(); break;
+        case 1: view.pageUp(); break;
+        case 2: view.toEnd(); break;
+        case 3: view.toStart(); break;
+        case 4: view.scrollBarMoved(static_cast<int>(rng() % 10003)); break;
+        default: view.lineDown(); break;
+        }
+        for (const auto& l : view.screen()) ASSERT_LT(l.firstByte, l.endByte);
+        ASSERT_GE(view.scrollBarValue(), 0);
+    }
+    for (const std::string& m : host.messages())
+        EXPECT_TRUE(m.rfind("Start at byte specified is after end of file. File length: ", 0) == 0 ||
+                    m == "Error opening file >>" + path + "<<.")
+            << m;
+    // Once the file is whole again the view shows it truly.
+    dir.write("c.txt", full);
+    view.scrollBarMoved(5000);
+    view.toStart();
+    ASSERT_FALSE(view.screen().empty());
+    EXPECT_EQ(view.screen()[0].text, full.substr(0, 30));
 }
 
 }  // namespace

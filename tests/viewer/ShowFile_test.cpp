@@ -209,3 +209,20 @@ TEST(HexDumpForView, PlainViewDumpsThePlainText) {
 }
 
 }  // namespace
+
+namespace {
+
+TEST(ShowFileAgain, AFileChangedSinceItWasShownIsReadAfresh) {
+    tavtest::TempDir dir;
+    const std::string path = dir.write("a.txt", "old text\n").string();
+    tav::TextBlockCache cache;
+    tavtest::ScriptedHost host;
+    tav::FixedWidthMeasure measure(40, 5);
+    tav::TextView view(cache, measure, host);
+    ASSERT_TRUE(tav::showFile(view, {path, tav::TextKind::Raw, ""}, 1, host).shown);
+    dir.write("a.txt", "new text, longer\n");
+    ASSERT_TRUE(tav::showFile(view, {path, tav::TextKind::Raw, ""}, 1, host).shown);
+    EXPECT_EQ(view.screen()[0].text, "new text, longer");
+}
+
+}  // namespace
