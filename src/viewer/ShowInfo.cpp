@@ -7,7 +7,7 @@
 namespace tav {
 
 namespace {
-constexpr int kOk = 1;
+// Buttons in the order of the list; "&OK" (1), Esc and anything else close.
 constexpr int kClip = 2;
 constexpr int kHex = 3;
 constexpr int kBytes = 4;
@@ -80,7 +80,6 @@ ShowInfoOutcome showBytesInfo(const TextView& view, const ShownText& shown, bool
             out.showBytes = !out.showBytes;
         } else {
             out.hexDumpWanted = button == kHex;
-            (void)kOk;
             return out;
         }
     }

@@ -397,3 +397,16 @@ void TextView::setSelection(int64_t anchor, int64_t caret) {
 }
 
 }  // namespace tav
+
+namespace tav {
+
+std::pair<size_t, size_t> TextView::selectedPart(const ScreenLine& line) const {
+    if (selection_.empty()) return {0, 0};
+    const auto size = static_cast<int64_t>(line.text.size());
+    const int64_t from = std::clamp<int64_t>(selection_.first() - line.firstByte, 0, size);
+    const int64_t to = std::clamp<int64_t>(selection_.behind() - line.firstByte, 0, size);
+    if (from >= to) return {0, 0};
+    return {static_cast<size_t>(from), static_cast<size_t>(to)};
+}
+
+}  // namespace tav

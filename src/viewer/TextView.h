@@ -10,6 +10,7 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "core/MessageRequest.h"
@@ -102,6 +103,9 @@ public:
     const ByteSelection& selection() const { return selection_; }
     void setSelection(int64_t anchor, int64_t caret);
     void clearSelection() { selection_ = {}; }
+    // The selected part of a screen line, as [from, to) offsets into its
+    // text; from == to when none of it is selected.
+    std::pair<size_t, size_t> selectedPart(const ScreenLine& line) const;
 
 private:
     struct Lines {

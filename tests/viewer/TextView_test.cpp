@@ -169,6 +169,17 @@ TEST_F(ViewTest, SelectionInBytesSurvivesRefills) {
             seen = true;
         }
     EXPECT_TRUE(seen);
+    // What a widget paints: the selected part of each screen line.
+    for (const auto& l : view.screen()) {
+        const auto [from, to] = view.selectedPart(l);
+        if (l.endByte <= 2000 || l.firstByte >= 2100) {
+            EXPECT_EQ(from, to);
+        } else {
+            EXPECT_EQ(l.text.substr(from, to - from),
+                      stripBreaks(content.substr(static_cast<size_t>(l.firstByte - 1 + static_cast<int64_t>(from)),
+                                                 to - from)));
+        }
+    }
 }
 
 TEST_F(ViewTest, ShiftMovesExtendTheSelection) {
