@@ -131,6 +131,7 @@ void ContentExtractor::beginFile(std::string_view fileName, std::int64_t fileSiz
     ltPos_ = 0;
     ltTail_.clear();
     firstChunk_.clear();
+    firstDone_ = false;
     lastBytes_.clear();
     titleText_.clear();
     errorCount_ = 0;
@@ -172,10 +173,21 @@ void ContentExtractor::trackAngles(std::string_view part) {
 
 void ContentExtractor::feedSection(std::string_view part) {
     if (part.empty()) return;
-    if (sectionIndex_ == 0 && spec_.columns.firstBytes && firstChunk_.size() < kFirstChunkBytes) {
-        const std::size_t n = part.size() < kFirstChunkBytes - firstChunk_.size() ? part.size()
-                                                                                   : kFirstChunkBytes - firstChunk_.size();
-        firstChunk_.append(part.data(), n);
+    if (sectionIndex_ == 0 && spec_.columns.firstBytes && !firstDone_) {
+        if (firstChunk_.empty() && part.size() >= kFirstChunkBytes) {
+            // The whole first chunk is at hand: cut the cell from it at once.
+            cells_.firstBytes = tidyBytes(part.substr(0, kFirstChunkBytes), toSize(spec_.options.BytF));
+            firstDone_ = true;
+        } else {
+            const std::size_t n = part.size() < kFirstChunkBytes - firstChunk_.size()
+                                      ? part.size()
+                                      : kFirstChunkBytes - firstChunk_.size();
+            firstChunk_.append(part.data(), n);
+            if (firstChunk_.size() >= kFirstChunkBytes) {
+                cells_.firstBytes = tidyBytes(firstChunk_, toSize(spec_.options.BytF));
+                firstDone_ = true;
+            }
+        }
     }
     if (lastCap_ > 0) {
         if (part.size() >= lastCap_) {
@@ -240,7 +252,7 @@ bool ContentExtractor::wantsMore() const {
     if (!span_.empty()) return true;
     if (sectionIndex_ == 0) {
         if (titleOn_ && !title_.done()) return true;
-        if (c.firstBytes && firstChunk_.size() < kFirstChunkBytes) return true;
+        if (c.firstBytes && !firstDone_) return true;
         if (c.firstPlain) return true;
     }
     return false;
@@ -276,7 +288,11 @@ void ContentExtractor::finish() {
     try {
         endSection();
         cells_.title = c.title ? titleText_ : std::string();
-        cells_.firstBytes = c.firstBytes ? tidyBytes(firstChunk_, toSize(o.BytF)) : std::string();
+        if (!c.firstBytes) {
+            cells_.firstBytes.clear();
+        } else if (!firstDone_) {
+            cells_.firstBytes = tidyBytes(firstChunk_, toSize(o.BytF));
+        }
         if (c.lastBytes) {
             std::string text = toDisplayText(lastBytes_);
             const std::size_t chars = charCount(text);

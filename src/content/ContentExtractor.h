@@ -129,6 +129,7 @@ private:
     std::string ltTail_;         // the section's bytes from that '<' on
     std::string reFeed_;
     std::string firstChunk_;     // first bytes, for FirstNBytes
+    bool firstDone_ = false;     // the FirstNBytes cell is made
     std::string lastBytes_;      // rolling tail of the section, for LastNBytes
     std::size_t lastCap_ = 0;
     std::string titleText_;
