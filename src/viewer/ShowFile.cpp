@@ -39,6 +39,13 @@ PlainSource makePlainSource(const std::string& path, int64_t sourceLimit) {
     return plain;
 }
 
+ShowAction showActionNamed(std::string_view actionName) {
+    if (actionName == "Show plain text") return ShowAction::PlainText;
+    if (actionName == "Show raw text") return ShowAction::RawText;
+    if (actionName == "Show hex dump") return ShowAction::HexDump;
+    return ShowAction::None;
+}
+
 const char* kindName(TextKind kind) { return kind == TextKind::Plain ? "Plain" : "Raw"; }
 
 ShowFileResult showFile(TextView& view, const ShownText& shown, int64_t startByte, MessageHost& host,

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <string_view>
 
 #include "core/MessageRequest.h"
 #include "viewer/TextView.h"
@@ -24,6 +25,11 @@ struct ShowFileOptions {
     size_t maxTitleInStatus = 80;    // `Text - max len title in status bar`
     int64_t plainSourceLimit = kPlainSourceLimit;
 };
+
+// The built-in actions that show a file: "Show plain text", "Show raw text"
+// and "Show hex dump". Any other name is not a show action.
+enum class ShowAction { None, PlainText, RawText, HexDump };
+ShowAction showActionNamed(std::string_view actionName);
 
 // What a view shows, kept for Show Info and the hex dump.
 struct ShownText {

@@ -1,7 +1,6 @@
 #include "viewer/TextView.h"
 
 #include <algorithm>
-#include <cstring>
 
 #include "viewer/FileBlockReader.h"
 
@@ -88,12 +87,10 @@ bool TextView::movable() const { return source_ && !fixed_ && !wholeFileShown();
 
 // ------------------------------------------------------------------ reading
 
-bool TextView::readAt(int64_t byte, bool* replaced) {
+bool TextView::readAt(int64_t byte) {
     const auto r = cache_.readTextBlock(*source_, byte, &host_);
     if (r.length >= 0) length_ = r.length;  // the file may have changed size since it was opened
-    if (r.nextByte < 0) return false;
-    if (replaced) *replaced = r.merge == TextBlockCache::Merge::Replaced;
-    return true;
+    return r.nextByte >= 0;
 }
 
 // The place on top is kept as a cache position, valid while the cache holds

@@ -56,8 +56,9 @@ public:
     // Shows a source with `startByte` in the top line. False when it could not
     // be read (the reader's message has been shown); the view is then empty.
     bool show(std::shared_ptr<const BlockSource> source, int64_t startByte = 1);
-    // Shows a text that is not read from a file (the empty-file notice, a
-    // cell). `length` is what the view reports as the file's length.
+    // Shows a short text that does not move (the empty-file notice); `length`
+    // is what the view reports as the file's length. A longer text held in
+    // memory, such as a grid cell, goes through show() with a MemoryTextSource.
     void showFixedText(const std::string& text, int64_t length);
 
     // Jump so that `byte` is on screen, its display line on top; at the end
@@ -115,7 +116,7 @@ private:
     Lines lineStarts(int64_t from, size_t maxLines) const;
     bool sourceEndHeld() const;
     bool syncTop();
-    bool readAt(int64_t byte, bool* replaced = nullptr);
+    bool readAt(int64_t byte);
     bool readBackward();
     void setTop(int64_t pos);
     void alignTop();

@@ -146,6 +146,14 @@ TEST_F(ShowFileTest, ShowInfoButtonsCopyToggleAndAskForTheDump) {
     EXPECT_NE(host.asked()[2].message.find("Total Length:  3. "), std::string::npos);
 }
 
+TEST(ShowAction, OnlyTheThreeNamesAsWritten) {
+    EXPECT_EQ(tav::showActionNamed("Show plain text"), tav::ShowAction::PlainText);
+    EXPECT_EQ(tav::showActionNamed("Show raw text"), tav::ShowAction::RawText);
+    EXPECT_EQ(tav::showActionNamed("Show hex dump"), tav::ShowAction::HexDump);
+    EXPECT_EQ(tav::showActionNamed("Show Plain Text"), tav::ShowAction::None);
+    EXPECT_EQ(tav::showActionNamed("Copy"), tav::ShowAction::None);
+}
+
 TEST(HexDump, LinesHoldByteNumberHexAndCharacters) {
     const std::string bytes = std::string("Hello\tWorld\r\n\0\xFF", 15) + "ABCDEFGH";
     const auto lines = tav::hexDumpLines(bytes, 1);
