@@ -183,21 +183,27 @@ int runView(const CommandContext& ctx) {
         if (!view.show(std::make_shared<FileTextSource>(v.file, false), v.from)) return 1;
         return printScreen(ctx, view);
     }
-    // Plain: the plain text of the bytes from `from`, all of it or its first screen.
-    FileRead r = readFileBytes(v.file, v.from, v.bytes > 0 ? v.bytes : kPlainSourceLimit);
-    if (!r.ok()) {
-        ctx.err << "tavelo view: " << r.error << "\n";
-        return 1;
+    // Plain: the plain text of the bytes from `from`, all of it when N is
+    // given; for a screenful, of as much of the file as fills the screen.
+    int64_t limit = v.bytes > 0 ? v.bytes : 64 * 1024;
+    for (;;) {
+        FileRead r = readFileBytes(v.file, v.from, limit);
+        if (!r.ok()) {
+            ctx.err << "tavelo view: " << r.error << "\n";
+            return 1;
+        }
+        const std::string plain = plainTextOf(r.bytes);
+        if (v.bytes > 0) {
+            ctx.out << displayText(plain, true);
+            if (!plain.empty() && plain.back() != '\n') ctx.out << "\n";
+            return 0;
+        }
+        if (plain.empty() && !r.truncated) return 0;
+        if (!plain.empty()) view.show(std::make_shared<MemoryTextSource>(v.file, plain, "Plain"), 1);
+        if (host.count() > 0) return 1;
+        if (!plain.empty() && (!view.atEnd() || !r.truncated || limit >= kPlainSourceLimit)) return printScreen(ctx, view);
+        limit = std::min(limit * 4, kPlainSourceLimit);
     }
-    const std::string plain = plainTextOf(r.bytes);
-    if (v.bytes > 0) {
-        ctx.out << displayText(plain, true);
-        if (!plain.empty() && plain.back() != '\n') ctx.out << "\n";
-        return 0;
-    }
-    if (plain.empty()) return 0;
-    view.show(std::make_shared<MemoryTextSource>(v.file, plain, "Plain"), 1);
-    return host.count() > 0 ? 1 : printScreen(ctx, view);
 }
 
 }  // namespace tav::cli

@@ -80,6 +80,17 @@ TEST_F(ViewCommand, PlainTakesOutMarkup) {
     EXPECT_EQ(r.out, "Hi &am\n");
 }
 
+TEST_F(ViewCommand, PlainScreenfulReadsOnPastTextlessMarkup) {
+    std::string html;
+    for (int i = 0; i < 40000; ++i) html += "<b></b>";  // 280 KB without text
+    for (int i = 1; i <= 30; ++i) html += "<p>t" + std::to_string(i) + "</p>\n";
+    const std::string f = dir.write("tags.html", html).string();
+    ViewRun r = runView(dir, {f});
+    EXPECT_EQ(r.code, 0);
+    EXPECT_EQ(r.out.substr(0, 3), "t1\n");
+    EXPECT_EQ(std::count(r.out.begin(), r.out.end(), '\n'), 24);
+}
+
 TEST_F(ViewCommand, HexDumpsAScreenfulOrTheBytesAsked) {
     const std::string f = dir.write("h.bin", std::string(1000, 'A')).string();
     ViewRun r = runView(dir, {"--hex", f});
