@@ -3,6 +3,7 @@
 #include <sys/stat.h>
 
 #include <algorithm>
+#include <atomic>
 
 #include "viewer/FileBlockReader.h"
 #include "viewer/RawConversion.h"
@@ -57,6 +58,12 @@ SourceBlock FileTextSource::read(int64_t startByte, int64_t count) const {
     b.nextByte = startByte + static_cast<int64_t>(block.size());
     b.text = convertRawBlock(removeBlankLines(block, before, after, !r.truncated), false);
     return b;
+}
+
+MemoryTextSource::MemoryTextSource(std::string name, std::string text, std::string kind)
+    : name_(std::move(name)), text_(std::move(text)), kind_(std::move(kind)) {
+    static std::atomic<uint64_t> made{0};
+    serial_ = std::to_string(++made);
 }
 
 SourceBlock MemoryTextSource::read(int64_t startByte, int64_t count) const {

@@ -44,12 +44,13 @@ private:
     std::string stamp_;
 };
 
-// A text held in memory; one character a byte.
+// A text held in memory; one character a byte. Each source is a text of
+// its own: two sources made from one file at different times never share
+// what the cache holds.
 class MemoryTextSource : public BlockSource {
 public:
-    MemoryTextSource(std::string name, std::string text, std::string kind = "Memory")
-        : name_(std::move(name)), text_(std::move(text)), kind_(std::move(kind)) {}
-    std::string key() const override { return kind_ + '\n' + name_; }
+    MemoryTextSource(std::string name, std::string text, std::string kind = "Memory");
+    std::string key() const override { return kind_ + '\n' + name_ + '\n' + serial_; }
     std::string name() const override { return name_; }
     int64_t length() const override { return static_cast<int64_t>(text_.size()); }
     SourceBlock read(int64_t startByte, int64_t count) const override;
@@ -59,6 +60,7 @@ private:
     std::string name_;
     std::string text_;
     std::string kind_;
+    std::string serial_;
 };
 
 }  // namespace tav

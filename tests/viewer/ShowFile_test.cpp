@@ -231,6 +231,11 @@ TEST(ShowFileAgain, AFileChangedSinceItWasShownIsReadAfresh) {
     dir.write("a.txt", "new text, longer\n");
     ASSERT_TRUE(tav::showFile(view, {path, tav::TextKind::Raw, ""}, 1, host).shown);
     EXPECT_EQ(view.screen()[0].text, "new text, longer");
+    // The same for the plain text, which is made anew at each show.
+    ASSERT_TRUE(tav::showFile(view, {path, tav::TextKind::Plain, ""}, 1, host).shown);
+    dir.write("a.txt", "newer text\n");
+    ASSERT_TRUE(tav::showFile(view, {path, tav::TextKind::Plain, ""}, 1, host).shown);
+    EXPECT_EQ(view.screen()[0].text, "newer text");
 }
 
 }  // namespace
