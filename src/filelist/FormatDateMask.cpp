@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "filelist/FormatMaskCache.h"
 #include "filelist/FormatMaskScan.h"
 #include "filelist/FormatNumberMask.h"
 
@@ -166,15 +167,42 @@ int weekOfYear(const CivilDateTime& v) {
     return (dayOfYear(v.year, v.month, v.day) + firstWeekday - 2) / 7 + 1;
 }
 
+// A date mask in its read form.
+struct CompiledMask {
+    std::string error;
+    std::vector<Token> tokens;
+    bool twelveHour = false;
+};
+
+CompiledMask compile(std::string_view mask) {
+    CompiledMask c;
+    c.tokens = tokenize(mask, c.error);
+    if (!c.error.empty()) return c;
+    if (maskHasDigitPlaceholder(mask)) {
+        c.error = "The format is a number format, not a date or time format.";
+        return c;
+    }
+    bool any = false;
+    for (const Token& t : c.tokens) {
+        if (t.kind != Kind::Literal) any = true;
+        if (t.kind == Kind::AmPm) c.twelveHour = true;
+    }
+    if (!any) c.error = "The format shows no part of the date or time.";
+    return c;
+}
+
+const CompiledMask& compiled(std::string_view mask) {
+    thread_local MaskCache<CompiledMask> cache;
+    return cache.get(mask, compile);
+}
+
 void emit(const Token& t, const CivilDateTime& v, bool twelveHour, std::string& out);
 
+// The masks inside other masks (short date, full time) are read afresh: a
+// cached entry could give way while the outer mask is being written.
 void emitMask(std::string_view mask, const CivilDateTime& v, std::string& out) {
-    std::string error;
-    const std::vector<Token> tokens = tokenize(mask, error);
-    bool twelveHour = false;
-    for (const Token& t : tokens)
-        if (t.kind == Kind::AmPm) twelveHour = true;
-    for (const Token& t : tokens) emit(t, v, twelveHour, out);
+    const CompiledMask c = compile(mask);
+    for (const Token& t : c.tokens) emit(t, v, c.twelveHour, out);
 }
 
 void emit(const Token& t, const CivilDateTime& v, bool twelveHour, std::string& out) {
@@ -234,20 +262,10 @@ bool maskHasDateToken(std::string_view mask) {
 FormatResult formatDateTime(const CivilDateTime& value, std::string_view mask) {
     if (!isValidCivil(value)) return formatFailure("The date is out of range.");
     if (mask.empty()) mask = "c";
-    std::string error;
-    const std::vector<Token> tokens = tokenize(mask, error);
-    if (!error.empty()) return formatFailure(error);
-    if (maskHasDigitPlaceholder(mask))
-        return formatFailure("The format is a number format, not a date or time format.");
-    bool any = false;
-    for (const Token& t : tokens)
-        if (t.kind != Kind::Literal) any = true;
-    if (!any) return formatFailure("The format shows no part of the date or time.");
-    bool twelveHour = false;
-    for (const Token& t : tokens)
-        if (t.kind == Kind::AmPm) twelveHour = true;
+    const CompiledMask& c = compiled(mask);
+    if (!c.error.empty()) return formatFailure(c.error);
     std::string out;
-    for (const Token& t : tokens) emit(t, value, twelveHour, out);
+    for (const Token& t : c.tokens) emit(t, value, c.twelveHour, out);
     return FormatResult{out, {}};
 }
 

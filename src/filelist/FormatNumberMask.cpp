@@ -5,6 +5,7 @@
 #include <cstdlib>
 
 #include "filelist/FormatDateMask.h"
+#include "filelist/FormatMaskCache.h"
 #include "filelist/FormatMaskScan.h"
 
 namespace tav {
@@ -130,8 +131,6 @@ std::vector<Token> tokenize(std::string_view mask, std::string& error) {
     return tokens;
 }
 
-bool isPlaceholder(const Token& t) { return t.kind == Kind::Zero || t.kind == Kind::Hash; }
-
 std::string groupDigits(const std::string& digits, bool grouping) {
     if (!grouping) return digits;
     std::string out;
@@ -143,49 +142,89 @@ std::string groupDigits(const std::string& digits, bool grouping) {
     return out;
 }
 
-// Places a value into one section of a mask. The sign, if any, is the caller's.
-std::string applySection(Decimal value, const std::vector<Token>& tokens, bool& shownNonZero) {
-    const std::size_t count = tokens.size();
-    std::size_t pointAt = count, exponentAt = count;
-    for (std::size_t k = 0; k < count; ++k) {
-        if (tokens[k].kind == Kind::Point && pointAt == count && exponentAt == count) pointAt = k;
-        if (tokens[k].kind == Kind::Exponent && exponentAt == count) exponentAt = k;
-    }
-    const std::size_t integerEnd = std::min(pointAt, exponentAt);
+// One section of a mask with what its tokens say about the number, worked
+// out once when the mask is read.
+struct Section {
+    std::vector<Token> tokens;
+    std::size_t exponentAt = 0;      // tokens.size() if none
+    std::size_t integerEnd = 0;      // first token after the integer part
+    std::size_t integerSlots = 0;    // placeholders of the integer part
+    std::vector<Kind> fractionKinds; // placeholders after the point
+    std::size_t zeroRun = 0;         // integer placeholders from the first `0` to the right end
+    std::size_t exponentMinimum = 0; // exponent digits always shown
+    bool grouping = false;
+    int shift = 0;                   // powers of ten: 2 a percent sign, -3 a scaling comma
+    bool anyPlaceholder = false;
+};
 
-    std::vector<std::size_t> integerSlots, fractionSlots, exponentSlots;
+bool isPlaceholder(const Token& t) { return t.kind == Kind::Zero || t.kind == Kind::Hash; }
+
+Section layoutOf(std::vector<Token> tokens) {
+    Section s;
+    const std::size_t count = tokens.size();
+    std::size_t pointAt = count;
+    s.exponentAt = count;
+    for (std::size_t k = 0; k < count; ++k) {
+        if (tokens[k].kind == Kind::Point && pointAt == count && s.exponentAt == count) pointAt = k;
+        if (tokens[k].kind == Kind::Exponent && s.exponentAt == count) s.exponentAt = k;
+    }
+    s.integerEnd = std::min(pointAt, s.exponentAt);
+
+    std::size_t firstInteger = count, lastInteger = count;
+    bool exponentZeroSeen = false;
     for (std::size_t k = 0; k < count; ++k) {
         if (!isPlaceholder(tokens[k])) continue;
-        if (k < integerEnd)
-            integerSlots.push_back(k);
-        else if (k < exponentAt)
-            fractionSlots.push_back(k);
-        else
-            exponentSlots.push_back(k);
+        if (k < s.integerEnd) {
+            if (firstInteger == count) firstInteger = k;
+            lastInteger = k;
+            ++s.integerSlots;
+        } else if (k < s.exponentAt) {
+            s.fractionKinds.push_back(tokens[k].kind);
+        } else {
+            if (tokens[k].kind == Kind::Zero) exponentZeroSeen = true;
+            if (exponentZeroSeen) ++s.exponentMinimum;
+        }
     }
-    const bool anyPlaceholder = !integerSlots.empty() || !fractionSlots.empty();
+    s.zeroRun = 0;
+    for (std::size_t k = 0, seen = 0; k < s.integerEnd; ++k) {
+        if (!isPlaceholder(tokens[k])) continue;
+        if (tokens[k].kind == Kind::Zero) {
+            s.zeroRun = s.integerSlots - seen;
+            break;
+        }
+        ++seen;
+    }
+    s.anyPlaceholder = s.integerSlots > 0 || !s.fractionKinds.empty();
 
     // Commas between integer placeholders group; commas after the last one scale.
-    bool grouping = false;
-    int scale = 0;
-    const std::size_t lastInteger = integerSlots.empty() ? count : integerSlots.back();
-    for (std::size_t k = 0; k < integerEnd; ++k) {
-        if (tokens[k].kind != Kind::Comma) continue;
-        if (!integerSlots.empty() && k > integerSlots.front() && k < lastInteger) grouping = true;
-        if (!integerSlots.empty() && k > lastInteger) ++scale;
+    for (std::size_t k = 0; k < s.integerEnd; ++k) {
+        if (tokens[k].kind != Kind::Comma || firstInteger == count) continue;
+        if (k > firstInteger && k < lastInteger) s.grouping = true;
+        if (k > lastInteger) s.shift -= 3;
     }
-    int percent = 0;
     for (const Token& t : tokens)
-        if (t.kind == Kind::Percent) ++percent;
-    value.point += 2 * percent - 3 * scale;
+        if (t.kind == Kind::Percent) s.shift += 2;
+    s.tokens = std::move(tokens);
+    return s;
+}
 
-    const int decimals = static_cast<int>(fractionSlots.size());
+// Places a value into one section of a mask. The sign, if any, is the caller's.
+std::string applySection(Decimal value, const Section& section, bool& shownNonZero) {
+    const std::vector<Token>& tokens = section.tokens;
+    const std::size_t count = tokens.size();
+    const std::size_t exponentAt = section.exponentAt;
+    const std::size_t integerEnd = section.integerEnd;
+    const bool grouping = section.grouping;
+    const bool anyPlaceholder = section.anyPlaceholder;
+    value.point += section.shift;
+
+    const int decimals = static_cast<int>(section.fractionKinds.size());
     int exponent = 0;
     if (exponentAt != count && !value.isZero()) {
-        exponent = value.point - static_cast<int>(integerSlots.size());
+        exponent = value.point - static_cast<int>(section.integerSlots);
         value.point -= exponent;
         roundTo(value, decimals);
-        if (value.point > static_cast<int>(integerSlots.size())) {
+        if (value.point > static_cast<int>(section.integerSlots)) {
             --value.point;
             ++exponent;
         }
@@ -195,25 +234,16 @@ std::string applySection(Decimal value, const std::vector<Token>& tokens, bool& 
     shownNonZero = !value.isZero();
 
     std::string digits = integerDigits(value);
-    std::size_t zeroRun = 0;  // placeholders from the first `0` to the right end
-    for (std::size_t s = 0; s < integerSlots.size(); ++s)
-        if (tokens[integerSlots[s]].kind == Kind::Zero) {
-            zeroRun = integerSlots.size() - s;
-            break;
-        }
-    if (digits.size() < zeroRun) digits.insert(0, zeroRun - digits.size(), '0');
+    if (digits.size() < section.zeroRun) digits.insert(0, section.zeroRun - digits.size(), '0');
 
     const std::string fraction = fractionDigits(value, decimals);
-    std::vector<bool> shown(fractionSlots.size(), true);
-    for (std::size_t s = fractionSlots.size(); s-- > 0;) {
-        if (tokens[fractionSlots[s]].kind == Kind::Hash && fraction[s] == '0')
-            shown[s] = false;
-        else
-            break;
-    }
+    std::size_t fractionShown = fraction.size();  // trailing zeros at `#` are left out
+    while (fractionShown > 0 && section.fractionKinds[fractionShown - 1] == Kind::Hash &&
+           fraction[fractionShown - 1] == '0')
+        --fractionShown;
 
     std::string out;
-    const std::size_t slots = integerSlots.size();
+    const std::size_t slots = section.integerSlots;
     const std::size_t length = digits.size();
     auto emitDigit = [&](std::size_t index) {
         out += digits[index];
@@ -251,7 +281,7 @@ std::string applySection(Decimal value, const std::vector<Token>& tokens, bool& 
                         out += groupDigits(digits, grouping);
                         digitsPlaced = true;
                     }
-                    if (shown[fractionSeen]) out += fraction[fractionSeen];
+                    if (fractionSeen < fractionShown) out += fraction[fractionSeen];
                     ++fractionSeen;
                 }
                 break;
@@ -261,12 +291,7 @@ std::string applySection(Decimal value, const std::vector<Token>& tokens, bool& 
                     out += '-';
                 else if (t.text[1] == '+')
                     out += '+';
-                std::size_t minimum = 0;
-                for (std::size_t s = 0; s < exponentSlots.size(); ++s)
-                    if (tokens[exponentSlots[s]].kind == Kind::Zero) {
-                        minimum = exponentSlots.size() - s;
-                        break;
-                    }
+                const std::size_t minimum = section.exponentMinimum;
                 std::string e = exponent == 0 ? std::string{} : std::to_string(std::abs(exponent));
                 if (e.size() < minimum) e.insert(0, minimum - e.size(), '0');
                 out += e;
@@ -294,30 +319,51 @@ std::string generalNumber(Decimal d) {
     return out;
 }
 
-FormatResult formatDecimal(Decimal value, std::string_view mask) {
+// A number mask in its read form: the tokens of each section.
+struct CompiledMask {
     std::string error;
-    const std::vector<std::string> sections = splitMaskSections(mask, error);
-    if (!error.empty()) return formatFailure(error);
-    if (sections.size() > 4) return formatFailure("The format has more than four sections.");
-    if (!maskHasDigitPlaceholder(mask) && maskHasDateToken(mask))
-        return formatFailure("The format is a date or time format, not a number format.");
+    std::vector<Section> sections;  // no tokens: general number
+};
 
-    std::string section = sections[0];
-    bool writeSign = value.negative;
-    if (value.negative && sections.size() >= 2 && !sections[1].empty()) {
-        section = sections[1];
-        writeSign = false;
-    } else if (value.isZero() && sections.size() >= 3 && !sections[2].empty()) {
-        section = sections[2];
+CompiledMask compile(std::string_view mask) {
+    CompiledMask c;
+    const std::vector<std::string> texts = splitMaskSections(mask, c.error);
+    if (!c.error.empty()) return c;
+    if (texts.size() > 4) {
+        c.error = "The format has more than four sections.";
+        return c;
     }
-    if (section.empty()) return FormatResult{generalNumber(value), {}};
+    if (!maskHasDigitPlaceholder(mask) && maskHasDateToken(mask)) {
+        c.error = "The format is a date or time format, not a number format.";
+        return c;
+    }
+    for (const std::string& text : texts) {
+        c.sections.push_back(layoutOf(tokenize(text, c.error)));
+        if (!c.error.empty()) return c;
+    }
+    return c;
+}
 
-    const std::vector<Token> tokens = tokenize(section, error);
-    if (!error.empty()) return formatFailure(error);
+FormatResult formatDecimal(Decimal value, std::string_view mask) {
+    thread_local MaskCache<CompiledMask> cache;
+    const CompiledMask& compiled = cache.get(mask, compile);
+    if (!compiled.error.empty()) return formatFailure(compiled.error);
+    const auto& sections = compiled.sections;
+
+    const Section* section = &sections[0];
+    bool writeSign = value.negative;
+    if (value.negative && sections.size() >= 2 && !sections[1].tokens.empty()) {
+        section = &sections[1];
+        writeSign = false;
+    } else if (value.isZero() && sections.size() >= 3 && !sections[2].tokens.empty()) {
+        section = &sections[2];
+    }
+    if (section->tokens.empty()) return FormatResult{generalNumber(value), {}};
+
     const bool negative = value.negative;
     value.negative = false;
     bool shownNonZero = false;
-    std::string text = applySection(value, tokens, shownNonZero);
+    std::string text = applySection(value, *section, shownNonZero);
     // A value that rounds to nothing loses its sign.
     if (writeSign && negative && shownNonZero) text.insert(0, "-");
     return FormatResult{text, {}};

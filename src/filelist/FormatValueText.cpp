@@ -7,6 +7,7 @@
 
 #include "filelist/DateParseText.h"
 #include "filelist/FormatDateMask.h"
+#include "filelist/FormatMaskCache.h"
 #include "filelist/FormatNumberMask.h"
 
 namespace tav {
@@ -52,8 +53,6 @@ bool readNumericText(std::string_view text, NumericText& out) {
     if (i != s.size()) return false;
 
     out = NumericText{};
-    out.value = std::strtod(clean.c_str(), nullptr);
-    if (!std::isfinite(out.value)) return false;
     if (!fraction && !exponent) {
         const char* first = clean.data() + (clean[0] == '+' ? 1 : 0);
         const char* last = clean.data() + (clean.back() == '.' ? clean.size() - 1 : clean.size());
@@ -62,16 +61,24 @@ bool readNumericText(std::string_view text, NumericText& out) {
         if (ec == std::errc() && ptr == last) {
             out.isInteger = true;
             out.integer = v;
+            out.value = static_cast<double>(v);
+            return true;
         }
     }
+    out.value = std::strtod(clean.c_str(), nullptr);
+    if (!std::isfinite(out.value)) return false;
     return true;
 }
 
 FormatResult formatValueText(std::string_view value, std::string_view mask) {
     const FormatResult unchanged{std::string(value), {}};
     if (mask.empty() || value.empty()) return unchanged;
-    const bool numberMask = maskHasDigitPlaceholder(mask);
-    if (numberMask || !maskHasDateToken(mask)) {
+    enum class MaskKind { Number, Date };
+    thread_local MaskCache<MaskKind> kinds;
+    const MaskKind kind = kinds.get(mask, [](std::string_view m) {
+        return maskHasDigitPlaceholder(m) || !maskHasDateToken(m) ? MaskKind::Number : MaskKind::Date;
+    });
+    if (kind == MaskKind::Number) {
         NumericText number;
         if (!readNumericText(value, number)) return unchanged;
         return number.isInteger ? formatNumber(number.integer, mask) : formatNumber(number.value, mask);

@@ -1,7 +1,9 @@
 // Date and time masks, and cell texts put through masks.
 #include <gtest/gtest.h>
 
+#include <iterator>
 #include <string>
+#include <vector>
 
 #include "format_test_print.h"
 #include "filelist/DateParseText.h"
@@ -87,6 +89,17 @@ INSTANTIATE_TEST_SUITE_P(Table, BrokenDateMask, ::testing::Values("0.00", "#", "
 TEST(FormatDateTime, DateOutOfRangeFails) {
     EXPECT_FALSE(tav::formatDateTime(at(50, 1, 1), "yyyy").ok());
     EXPECT_FALSE(tav::formatDateTime(at(2001, 2, 29), "yyyy").ok());
+}
+
+TEST(FormatDateTime, ManyMasksInTurnKeepTheirOwnResults) {
+    // More masks than a thread keeps read, used in turn, with masks inside masks.
+    const char* masks[] = {"d", "dd", "ddd", "dddd", "ddddd", "dddddd", "m", "mm", "mmm", "mmmm", "yy", "c", "ttttt"};
+    std::vector<std::string> first;
+    for (const char* m : masks) first.push_back(tav::formatDateTime(kFriday, m).text);
+    for (int round = 0; round < 3; ++round)
+        for (std::size_t k = 0; k < std::size(masks); ++k)
+            EXPECT_EQ(tav::formatDateTime(kFriday, masks[k]).text, first[k]) << masks[k];
+    EXPECT_EQ(first[4], "29/12/2000");
 }
 
 struct ValueCase {

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <limits>
 #include <string>
+#include <vector>
 
 #include "filelist/FormatNumberMask.h"
 #include "filelist/FormatReadNumber.h"
@@ -116,6 +117,15 @@ TEST(FormatNumber, NonFiniteFails) {
 TEST(FormatNumber, PlaceholderInsideLiteralIsNotAPlaceholder) {
     EXPECT_FALSE(tav::maskHasDigitPlaceholder("\"0#\"\\0"));
     EXPECT_TRUE(tav::maskHasDigitPlaceholder("\"x\"#"));
+}
+
+TEST(FormatNumber, ManyMasksInTurnKeepTheirOwnResults) {
+    // More masks than a thread keeps read, used in turn.
+    std::vector<std::string> masks;
+    for (int zeros = 1; zeros <= 12; ++zeros) masks.push_back(std::string(zeros, '0'));
+    for (int round = 0; round < 3; ++round)
+        for (const std::string& m : masks)
+            EXPECT_EQ(tav::formatNumber(std::int64_t{7}, m).text, std::string(m.size() - 1, '0') + "7");
 }
 
 struct ReadCase {
