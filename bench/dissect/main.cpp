@@ -4,7 +4,7 @@
 // The same files are also read without any work, in the same run, and the
 // ratio of the two is printed.
 //
-//   bench_dissect [DIR] [--runs N] [--dump N] [--cols title,meta,tags,www,mail,first]
+//   bench_dissect [DIR] [--runs N] [--dump N] [--chunk BYTES] [--cols title,meta,tags,www,mail,first]
 #include <fcntl.h>
 #include <sys/resource.h>
 #include <unistd.h>
@@ -23,7 +23,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
-constexpr std::size_t kChunk = 64 * 1024;
+std::size_t gChunk = 64 * 1024;  // read size
 
 struct Totals {
     double seconds = 0;
@@ -128,6 +128,8 @@ int main(int argc, char** argv) {
         const std::string a = argv[i];
         if (a == "--runs" && i + 1 < argc) {
             runs = std::max(1, std::atoi(argv[++i]));
+        } else if (a == "--chunk" && i + 1 < argc) {
+            gChunk = static_cast<std::size_t>(std::max(1, std::atoi(argv[++i])));
         } else if (a == "--cols" && i + 1 < argc) {
             cols = argv[++i];
         } else if (a == "--dump" && i + 1 < argc) {
@@ -156,7 +158,7 @@ int main(int argc, char** argv) {
     spec.columns.firstBytes = has("first");
     spec.options.BytF = 100;
     tav::ContentExtractor x(spec);
-    std::vector<char> buf(kChunk);
+    std::vector<char> buf(gChunk);
 
     readAll(files, buf);  // warm the page cache
     if (dump > 0) {
