@@ -9,6 +9,13 @@
 // '>', so that a tag cut by the section's end is seen whole; a section with
 // neither ends the reading, with a line for the error list.
 //
+// feed() says false as soon as no wanted column can change any more, so the
+// reading of a file stops early (a Title-only list reads a page's head); the
+// error-list line for a section without tags is made only when the reading
+// got to the section's end. Cell texts are UTF-8, with bytes that are not
+// valid UTF-8 read as Windows-1252, and tidied; turning line ends into
+// blanks for the grid is left to the caller.
+//
 // An instance is not shared between threads; use one per thread. Its
 // buffers are kept from file to file.
 #include <cstdint>
