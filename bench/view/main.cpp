@@ -20,6 +20,7 @@
 #include <string>
 
 #include "viewer/BlockSource.h"
+#include "viewer/ShowFile.h"
 #include "viewer/TextView.h"
 
 namespace fs = std::filesystem;
@@ -187,11 +188,23 @@ int main(int argc, char** argv) {
     std::printf("100 scroll bar jumps:      %8.3f ms (%.1f us each), %ld block reads\n", jumps * 1e3,
                 jumps * 1e6 / 100, source->reads - reads);
 
+    const long hwmViewing = statusKb("VmHWM");
+
+    // The plain text that a plain view is made from: the most it reads.
+    t0 = Clock::now();
+    const tav::PlainSource plain = tav::makePlainSource(file);
+    const double plainTime = seconds(t0);
+    std::printf("plain text of %lld MiB:     %8.3f ms (%.0f MB/s), %zu characters\n",
+                static_cast<long long>(tav::kPlainSourceLimit >> 20), plainTime * 1e3,
+                static_cast<double>(tav::kPlainSourceLimit) / plainTime / 1e6,
+                plain.source ? plain.source->text().size() : 0);
+    const long plainHwm = statusKb("VmHWM");
+
     const double tail = timeTail(file, 5);
     std::printf("tail -c 20000 FILE:        %8.3f ms (best of 5)\n", tail * 1e3);
     std::printf("ratio open-at-end / tail:  %8.3f\n", openEnd / tail);
-    std::printf("memory: VmRSS %ld kB (at start %ld kB), VmHWM %ld kB, file %lld kB, cache %zu characters\n",
-                statusKb("VmRSS"), rssStart, statusKb("VmHWM"), static_cast<long long>(size / 1024),
+    std::printf("memory: VmRSS %ld kB (at start %ld kB), VmHWM before the plain text %ld kB, after %ld kB, file %lld kB, cache %zu characters\n",
+                statusKb("VmRSS"), rssStart, hwmViewing, plainHwm, static_cast<long long>(size / 1024),
                 cache.text().size());
     std::printf("(checksum %zu)\n", shown % 1000);
     if (made) fs::remove(file);

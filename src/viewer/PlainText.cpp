@@ -45,7 +45,7 @@ size_t behind(std::string_view text, size_t found, size_t length) {
 
 std::string stripMarkup(std::string_view text) {
     std::string out;
-    out.reserve(text.size() / 2);
+    out.reserve(text.size());  // a blank stands only where a tag of two or more characters was
     bool tagMet = false;
     auto addPiece = [&](std::string_view piece) {
         if (piece.empty()) return;
@@ -148,7 +148,7 @@ std::string tidyText(std::string_view text, size_t maxLength, int maxBlankLines,
     // Lines are split at CR LF, a lone CR or a lone LF when joining line ends,
     // else at CR LF only; every kept line end comes out as CR LF.
     std::string out;
-    out.reserve(text.size());
+    out.reserve(text.size() + text.size() / 8);  // room for CR LF in place of LF
     int blankRun = 0;
     size_t pos = 0;
     bool first = true;
@@ -200,7 +200,10 @@ std::string tidyText(std::string_view text, size_t maxLength, int maxBlankLines,
 }
 
 std::string plainTextOf(std::string_view bytes) {
-    std::string text = tidyText(decodeEntities(stripMarkup(toUtf8(bytes))), 0, 1, true);
+    // One step at a time, so that each step's input is freed before the next.
+    std::string text = isValidUtf8(bytes) ? stripMarkup(bytes) : stripMarkup(cp1252ToUtf8(bytes));
+    text = decodeEntities(text);
+    text = tidyText(text, 0, 1, true);
     for (char& c : text)
         if (c == '\0' || c == '\t') c = '\x01';
     return text;

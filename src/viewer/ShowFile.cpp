@@ -35,7 +35,9 @@ PlainSource makePlainSource(const std::string& path, int64_t sourceLimit) {
         return plain;
     }
     plain.cut = r.truncated;
-    plain.source = std::make_shared<MemoryTextSource>(path, plainTextOf(r.bytes), "Plain");
+    std::string text = plainTextOf(r.bytes);
+    r.bytes = std::string();
+    plain.source = std::make_shared<MemoryTextSource>(path, std::move(text), "Plain");
     return plain;
 }
 
