@@ -7,6 +7,14 @@
 // Positions shown to callers are byte numbers from 1. The selection is held
 // as two byte numbers, so it survives every refill of the cache; a widget
 // paints the part of it that falls on the screen lines.
+//
+// A widget uses it this way: its LineMeasure wraps with the widget's font
+// and width (displayText() gives the characters it paints for a line's
+// bytes); it paints screen() after every move, selectedPart() of each line
+// highlighted; its scroll bar runs from 0 to 10002, takes scrollBarValue()
+// after each move without firing, and passes user moves to scrollBarMoved();
+// PgUp/PgDn/Up/Down at the screen's edge, Ctrl+Home and Ctrl+End call the
+// moves below, with `extend` while Shift is held.
 #include <cstdint>
 #include <memory>
 #include <string>
