@@ -389,19 +389,12 @@ void HtmlScanner::onHit(std::string_view chunk, std::size_t hit, unsigned char c
             pieceStart_ = behind;
             mode_ = Mode::Text;
             if (tagBuf_.empty()) {
-                // Most tags repeat a first word already dealt with.
+                // The caller found no memo of this first word: deal with the
+                // tag, and remember the word if it needs no more work.
                 std::uint64_t key;
                 std::uint8_t keyLen;
-                if (tagKey(s + runFrom, part.size(), n - runFrom, key, keyLen)) {
-                    TagMemo& memo = tagMemo_[(key * 0x9E3779B97F4A7C15ULL + keyLen) >> 56];
-                    if (memo.generation == generation_ && memo.key == key && memo.length == keyLen) {
-                        runFrom = hit + 1;
-                        return;
-                    }
-                    if (onTagEnd(part)) memo = TagMemo{key, generation_, keyLen};
-                } else {
-                    onTagEnd(part);
-                }
+                const bool keyed = tagKey(s + runFrom, part.size(), n - runFrom, key, keyLen);
+                if (onTagEnd(part) && keyed) tagMemo_[memoSlot(key, keyLen)] = TagMemo{key, generation_, keyLen};
             } else {
                 if (tagBuf_.size() < kMaxTag) tagBuf_.append(part.substr(0, kMaxTag - tagBuf_.size()));
                 onTagEnd(tagBuf_);
@@ -643,7 +636,7 @@ void HtmlScanner::feed(std::string_view chunk) {
                     std::uint64_t key;
                     std::uint8_t keyLen;
                     if (tagKey(s + runFrom, hit - runFrom, n - runFrom, key, keyLen)) {
-                        const TagMemo& memo = tagMemo_[(key * 0x9E3779B97F4A7C15ULL + keyLen) >> 56];
+                        const TagMemo& memo = tagMemo_[memoSlot(key, keyLen)];
                         if (memo.generation == generation_ && memo.key == key && memo.length == keyLen) {
                             pieceStart_ = pos_ + static_cast<std::int64_t>(hit) + 1;
                             mode_ = Mode::Text;

@@ -109,6 +109,9 @@ private:
         std::uint8_t length = 0;
     };
     std::array<TagMemo, 256> tagMemo_{};
+    static std::size_t memoSlot(std::uint64_t key, std::uint8_t length) {
+        return static_cast<std::size_t>((key * 0x9E3779B97F4A7C15ULL + length) >> 56);
+    }
     std::uint32_t generation_ = 0;
 
     // Scanner state, carried from chunk to chunk.
