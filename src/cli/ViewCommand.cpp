@@ -185,6 +185,11 @@ int runView(const CommandContext& ctx) {
     }
     // Plain: the plain text of the bytes from `from`, all of it when N is
     // given; for a screenful, of as much of the file as fills the screen.
+    // The plain text is made in memory: never from more than kPlainSourceLimit bytes.
+    if (v.bytes > kPlainSourceLimit) {
+        ctx.err << "tavelo view: plain text is made from at most " << kPlainSourceLimit << " bytes\n";
+        v.bytes = kPlainSourceLimit;
+    }
     int64_t limit = v.bytes > 0 ? v.bytes : 64 * 1024;
     for (;;) {
         FileRead r = readFileBytes(v.file, v.from, limit);
