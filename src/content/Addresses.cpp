@@ -43,6 +43,17 @@ std::string EndChars::describe() const {
     return out.empty() ? std::string("**Empty**") : out;
 }
 
+std::string EndChars::toList() const {
+    std::vector<std::string> items;
+    for (int c = 0; c < 256; ++c) {
+        if (!table_[static_cast<std::size_t>(c)] || c == '\r' || c == '\n') continue;
+        std::string one;
+        appendUtf8(one, static_cast<char32_t>(c));
+        items.push_back(one);
+    }
+    return joinList(items);
+}
+
 EndChars defaultWwwEndChars() { return EndChars::fromChars("<>\"' )([],;\\^"); }
 EndChars defaultMailEndChars() { return EndChars::fromChars("<>\"' )([],;:/\\?=&^"); }
 

@@ -25,6 +25,8 @@ public:
     bool ends(unsigned char c) const { return table_[c]; }
     // The characters of the list, without the line ends; "**Empty**" when none.
     std::string describe() const;
+    // The stored form: a `|` list of the characters, without the line ends.
+    std::string toList() const;
     const std::array<bool, 256>& table() const { return table_; }
 
 private:

@@ -60,4 +60,13 @@ TEST(EndChars, FromStoredListAndDescribe) {
     EXPECT_EQ(tav::EndChars::fromChars("b a").describe(), " ab");
 }
 
+TEST(EndChars, StoredListGoesBothWays) {
+    const tav::EndChars shipped = tav::EndChars::fromList("<|>|\"|'| |)|(|[|]|,|;|:|/|\\|?|=|&|^");
+    EXPECT_EQ(shipped.table(), tav::defaultMailEndChars().table());
+    tav::EndChars withBar = tav::defaultWwwEndChars();
+    withBar.add('|');
+    withBar.add(0xE9);
+    EXPECT_EQ(tav::EndChars::fromList(withBar.toList()).table(), withBar.table());
+}
+
 }  // namespace
