@@ -27,4 +27,8 @@ CellTexts formatCellTexts(std::string_view value, std::string_view displayMask, 
     return cell;
 }
 
+std::string displayFromKey(std::string_view key, std::string_view displayMask) {
+    return displayMask.empty() ? std::string(key) : through(key, displayMask);
+}
+
 }  // namespace tav

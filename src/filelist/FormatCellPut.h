@@ -26,4 +26,8 @@ struct CellTexts {
 CellTexts formatCellTexts(std::string_view value, std::string_view displayMask, std::string_view keyMask,
                           bool keyMayGrow);
 
+// A display cell rebuilt from its key cell under a new mask, as a change of
+// the window's formats does for every row; nothing is read from disk.
+std::string displayFromKey(std::string_view key, std::string_view displayMask);
+
 }  // namespace tav

@@ -168,6 +168,17 @@ INSTANTIATE_TEST_SUITE_P(
         CellCase{"BrokenDisplayMaskLeavesValue", "12", "\"open", "00", true, "12", "12", "00"}),
     [](const auto& p) { return std::string(p.param.name); });
 
+TEST(CellPut, DisplayRebuiltFromKeyUnderNewMasks) {
+    const tav::CellTexts date = tav::formatCellTexts("29/12/2000", "dd/mm/yy", "yyyy/mm/dd", false);
+    const tav::CellTexts time = tav::formatCellTexts("23:44.01", "hh:nn", "hh:nn:ss", false);
+    const tav::CellTexts size = tav::formatCellTexts("5000000000", "#,##0", "0000000000000000", true);
+    EXPECT_EQ(tav::displayFromKey(date.key, "dd mmm yyyy"), "29 Dec 2000");
+    EXPECT_EQ(tav::displayFromKey(time.key, "h:nn:ss AM/PM"), "11:44:01 PM");
+    EXPECT_EQ(tav::displayFromKey(size.key, "#,##0K"), "5,000,000,000K");
+    EXPECT_EQ(tav::displayFromKey(size.key, "#"), "5000000000");
+    EXPECT_EQ(tav::displayFromKey("", "#,##0"), "");
+}
+
 TEST(CivilCalendar, DaysRoundTripOverFourCenturies) {
     for (std::int64_t days = tav::daysFromCivil(1900, 1, 1); days < tav::daysFromCivil(2300, 1, 1); days += 37) {
         const tav::CivilDateTime c = tav::civilFromDays(days);
