@@ -18,7 +18,7 @@ struct Decimal {
     bool negative = false;
     std::string digits;
     int point = 0;
-    bool approximate = false;  // from a floating value: only 15 digits count in general form
+    bool approximate = false;  // from a floating value
 
     bool isZero() const { return digits.find_first_not_of('0') == std::string::npos; }
 };
@@ -36,9 +36,11 @@ Decimal decimalOf(std::int64_t value) {
 Decimal decimalOf(double value) {
     Decimal d;
     d.negative = std::signbit(value) && value != 0.0;
+    // Fifteen significant digits, the precision a floating value is shown
+    // with, so that 2.675 rounds as written rather than as stored.
     char buffer[40];
-    std::snprintf(buffer, sizeof buffer, "%.16e", std::fabs(value));
-    // buffer: d.dddddddddddddddde[+-]xx
+    std::snprintf(buffer, sizeof buffer, "%.14e", std::fabs(value));
+    // buffer: d.dddddddddddddde[+-]xx
     std::string text(buffer);
     const std::size_t e = text.find('e');
     std::string digits = text.substr(0, 1) + text.substr(2, e - 2);

@@ -95,6 +95,8 @@ INSTANTIATE_TEST_SUITE_P(
         RealCase{"ExponentCarry", 99999.0, "0.0E+0", "1.0E+5"},
         RealCase{"GeneralFraction", 0.5, "", "0.5"},
         RealCase{"GeneralTrimsNoise", 0.1 + 0.2, "", "0.3"},
+        RealCase{"RoundsAsWritten", 2.675, "0.00", "2.68"},
+        RealCase{"RoundsAsWrittenNegative", -1.005, "0.00", "-1.01"},
         RealCase{"PercentFraction", 0.256, "0.0%", "25.6%"}),
     [](const auto& p) { return std::string(p.param.name); });
 
