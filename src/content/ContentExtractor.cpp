@@ -325,7 +325,7 @@ void ContentExtractor::finish() {
                                 " in file >>" + fileName_ + "<<");
 }
 
-std::string plainTextOf(std::string_view bytes, const SkipList* skip) {
+std::string dissectPlainText(std::string_view bytes, const SkipList* skip) {
     ContentSpec spec;
     spec.keepAllPlainText = true;
     if (skip) spec.skipList = *skip;

@@ -148,6 +148,6 @@ private:
 };
 
 // The plain text of a whole text in memory, skip list applied.
-std::string plainTextOf(std::string_view bytes, const SkipList* skip = nullptr);
+std::string dissectPlainText(std::string_view bytes, const SkipList* skip = nullptr);
 
 }  // namespace tav

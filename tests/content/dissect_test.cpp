@@ -195,9 +195,9 @@ TEST(Dissect, ScriptsAndServerBlocksAreGatheredWhenAsked) {
 }
 
 TEST(Dissect, PlainTextOfAWholeText) {
-    EXPECT_EQ(tav::plainTextOf("<p>One</p><script>two</script>three"), "Onethree");
+    EXPECT_EQ(tav::dissectPlainText("<p>One</p><script>two</script>three"), "Onethree");
     const tav::SkipList skip({{"nav", "[", "]"}});
-    EXPECT_EQ(tav::plainTextOf("a<b>[menu</b>more]c", &skip), "ac");
+    EXPECT_EQ(tav::dissectPlainText("a<b>[menu</b>more]c", &skip), "ac");
 }
 
 }  // namespace
