@@ -385,6 +385,8 @@ void HtmlScanner::onHit(std::string_view chunk, std::size_t hit, unsigned char c
             runFrom = hit + 1;
         } else if (mode_ == Mode::Tag) {
             const std::string_view part(chunk.data() + runFrom, hit - runFrom);
+            // Nothing is kept of a tag begun in this chunk yet.
+            if (tagBuf_.empty()) startTagBytes();
             noteTagBytes(part);
             pieceStart_ = behind;
             mode_ = Mode::Text;
@@ -604,6 +606,18 @@ void HtmlScanner::feed(std::string_view chunk) {
     // loop passes over.
     constexpr std::size_t kStretch = 64;
     std::uint64_t masks[kStretch];
+    // The mode and the piece start live in registers in the common cases;
+    // they go back to the members around every call that uses them.
+    Mode mode = mode_;
+    std::int64_t pieceStart = pieceStart_;
+    auto store = [&] {
+        mode_ = mode;
+        pieceStart_ = pieceStart;
+    };
+    auto load = [&] {
+        mode = mode_;
+        pieceStart = pieceStart_;
+    };
     for (std::size_t b = 0; b < n; b += 64) {
         const std::size_t index = (b / 64) % kStretch;
         if (index == 0 && b + 64 <= n) {
@@ -617,45 +631,54 @@ void HtmlScanner::feed(std::string_view chunk) {
             events &= events - 1;
             const unsigned char c = s[hit];
             if (c == '<') {
-                if (mode_ != Mode::Text) continue;
+                if (mode != Mode::Text) continue;
                 if (plain_) {
+                    store();
                     onHit(chunk, hit, '<', runFrom);
+                    load();
                     continue;
                 }
-                // A tag begins: the common case, kept inline.
-                mode_ = Mode::Tag;
-                tagBuf_.clear();
-                tagLen_ = 0;
-                tagLast_[0] = tagLast_[1] = 0;
-                pieceStart_ = pos_ + static_cast<std::int64_t>(hit) + 1;
+                // A tag begins: the common case, kept inline. A tag cut by
+                // the seam before this chunk has been dealt with by now.
+                mode = Mode::Tag;
+                if (!tagBuf_.empty()) tagBuf_.clear();
+                pieceStart = pos_ + static_cast<std::int64_t>(hit) + 1;
                 runFrom = hit + 1;
             } else if (c == '>') {
-                if (mode_ == Mode::Text) continue;
-                if (mode_ == Mode::Tag && tagBuf_.empty()) {
+                if (mode == Mode::Text) continue;
+                if (mode == Mode::Tag && tagBuf_.empty()) {
                     // A tag whose first word needs no more work ends here.
                     std::uint64_t key;
                     std::uint8_t keyLen;
                     if (tagKey(s + runFrom, hit - runFrom, n - runFrom, key, keyLen)) {
                         const TagMemo& memo = tagMemo_[memoSlot(key, keyLen)];
                         if (memo.generation == generation_ && memo.key == key && memo.length == keyLen) {
-                            pieceStart_ = pos_ + static_cast<std::int64_t>(hit) + 1;
-                            mode_ = Mode::Text;
+                            pieceStart = pos_ + static_cast<std::int64_t>(hit) + 1;
+                            mode = Mode::Text;
                             runFrom = hit + 1;
                             continue;
                         }
                     }
                 }
+                store();
                 onHit(chunk, hit, '>', runFrom);
+                load();
             } else if (c == '@') {
-                if (mailOn_) onMailHit(s, hit);
+                if (!mailOn_) continue;
+                store();
+                onMailHit(s, hit);
+                load();
             } else if (wwwOn_) {
                 // Most ':' and '.' are not the end of "http:" or "www.": one
                 // byte before them tells.
                 if (hit > 0 && (s[hit - 1] | 0x20) != (c == ':' ? 'p' : 'w')) continue;
+                store();
                 onHit(chunk, hit, c, runFrom);
+                load();
             }
         }
     }
+    store();
 
     // The run that reaches the end of the chunk is carried.
     const std::string_view rest(chunk.data() + runFrom, n - runFrom);
@@ -664,6 +687,7 @@ void HtmlScanner::feed(std::string_view chunk) {
             if (plain_) plain_->append(rest);
             break;
         case Mode::Tag:
+            if (tagBuf_.empty()) startTagBytes();
             if (tagBuf_.size() < kMaxTag) tagBuf_.append(rest.substr(0, kMaxTag - tagBuf_.size()));
             noteTagBytes(rest);
             break;

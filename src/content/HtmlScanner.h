@@ -71,6 +71,10 @@ private:
 
     void onHit(std::string_view chunk, std::size_t hit, unsigned char c, std::size_t& runFrom);
     void noteTagBytes(std::string_view part);
+    void startTagBytes() {
+        tagLen_ = 0;
+        tagLast_[0] = tagLast_[1] = 0;
+    }
     bool onTagEnd(std::string_view text);
     static bool tagKey(const unsigned char* t, std::size_t len, std::size_t room, std::uint64_t& key,
                        std::uint8_t& keyLen);
