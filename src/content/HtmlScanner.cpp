@@ -85,7 +85,7 @@ void HtmlScanner::beginFile() {
 
 void HtmlScanner::beginSection(std::int64_t base) {
     mode_ = Mode::Text;
-    sectionBase_ = pos_ = pieceStart_ = base;
+    pos_ = pieceStart_ = base;
     histLen_ = 0;
     tagBuf_.clear();
     tagLen_ = 0;

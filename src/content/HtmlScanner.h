@@ -121,7 +121,6 @@ private:
     // Scanner state, carried from chunk to chunk.
     Mode mode_ = Mode::Text;
     BlockKind block_ = BlockKind::Comment;
-    std::int64_t sectionBase_ = 0;
     std::int64_t pos_ = 0;          // stream offset of the current chunk
     std::int64_t pieceStart_ = 0;   // stream offset behind the last delimiter
     std::array<unsigned char, kHistory> hist_{};  // the bytes just before pos_
