@@ -96,19 +96,30 @@ bool equalsIgnoreCase(std::string_view a, std::string_view b) {
 
 namespace {
 
-void splitOne(const std::string& c, bool mailWanted, bool wwwWanted, bool convertWwwToHttp,
-              std::vector<std::string>& mailList, std::vector<std::string>& wwwList) {
-    if (mailWanted && c.find('@') != std::string::npos) {
-        mailList.push_back(cleanMailCandidate(c));
-        return;
+}  // namespace
+
+char splitAddress(std::string_view c, bool mailWanted, bool wwwWanted, bool convertWwwToHttp, std::string& item) {
+    if (mailWanted && c.find('@') != std::string_view::npos) {
+        item = cleanMailCandidate(c);
+        return 'm';
     }
-    if (!wwwWanted) return;
-    if (equalsIgnoreCase(c, "http://www")) return;
-    if (convertWwwToHttp && c.size() >= 3 && equalsIgnoreCase(std::string_view(c).substr(0, 3), "www")) {
-        wwwList.push_back("http://" + c);
+    if (!wwwWanted || equalsIgnoreCase(c, "http://www")) return 0;
+    if (convertWwwToHttp && c.size() >= 3 && equalsIgnoreCase(c.substr(0, 3), "www")) {
+        item.assign("http://").append(c);
     } else {
-        wwwList.push_back(c);
+        item.assign(c);
     }
+    return 'w';
+}
+
+namespace {
+
+void splitOne(std::string_view c, bool mailWanted, bool wwwWanted, bool convertWwwToHttp,
+              std::vector<std::string>& mailList, std::vector<std::string>& wwwList) {
+    std::string item;
+    const char where = splitAddress(c, mailWanted, wwwWanted, convertWwwToHttp, item);
+    if (where == 'm') mailList.push_back(std::move(item));
+    if (where == 'w') wwwList.push_back(std::move(item));
 }
 
 }  // namespace

@@ -48,6 +48,11 @@ void SplitAddresses(const std::vector<std::string>& candidates, bool mailWanted,
 void SplitAddresses(const ItemList& candidates, bool mailWanted, bool wwwWanted, bool convertWwwToHttp,
                     std::vector<std::string>& mailList, std::vector<std::string>& wwwList);
 
+// One candidate's place: 'm' for the mail list, 'w' for the WWW list, 0 for
+// neither; `item` gets the text that goes there.
+char splitAddress(std::string_view candidate, bool mailWanted, bool wwwWanted, bool convertWwwToHttp,
+                  std::string& item);
+
 // The cleaning of one mail candidate (the rules of SplitAddresses).
 std::string cleanMailCandidate(std::string_view candidate);
 

@@ -17,22 +17,30 @@ bool isAscii(std::string_view s) {
     return true;
 }
 
-// A finished list in its cell: items joined by the list separator, tidied.
-template <class Items>
-void listCell(std::string& cell, const Items& items, std::size_t count, const std::string& separator,
-              std::string& scratch) {
-    scratch.clear();
-    for (std::size_t i = 0; i < count; ++i) {
-        if (i > 0) scratch.append(separator);
-        scratch.append(items[i]);
-    }
-    if (scratch.empty()) {
+// A list's cell from its items joined by the list separator: tidied, and
+// read as display text when it holds bytes beyond ASCII.
+void listCell(std::string& cell, const std::string& joined) {
+    if (joined.empty()) {
         cell.clear();
-    } else if (isAscii(scratch)) {
-        cell = Tidy(scratch, 0, 1, true);
+    } else if (isAscii(joined)) {
+        Tidy(joined, 0, 1, true, cell);
     } else {
-        cell = Tidy(toDisplayText(scratch), 0, 1, true);
+        Tidy(toDisplayText(joined), 0, 1, true, cell);
     }
+}
+
+void joinItems(std::string& joined, const ItemList& items, std::size_t count, const std::string& separator) {
+    joined.clear();
+    for (std::size_t i = 0; i < count; ++i) {
+        if (i > 0) joined.append(separator);
+        joined.append(items[i]);
+    }
+}
+
+void appendItem(std::string& joined, std::string_view item, const std::string& separator, bool& first) {
+    if (!first) joined.append(separator);
+    joined.append(item);
+    first = false;
 }
 
 // Tidy of raw bytes cut to maxLength characters, converting only as much of
@@ -305,16 +313,25 @@ void ContentExtractor::finish() {
         cells_.firstPlain = plain_.firstCell();
         cells_.lastPlain = plain_.lastCell();
         const HtmlScanner& sc = scanner_;
-        listCell(cells_.htmlTags, sc.tags(), c.htmlTags ? sc.tags().size() : 0, o.LstSep, scratch_);
-        listCell(cells_.metaTags, sc.metaTags(), c.metaTags ? sc.metaTags().size() : 0, o.LstSep, scratch_);
-        mailItems_.clear();
-        wwwItems_.clear();
+        joinItems(scratch_, sc.tags(), c.htmlTags ? sc.tags().size() : 0, o.LstSep);
+        listCell(cells_.htmlTags, scratch_);
+        joinItems(scratch_, sc.metaTags(), c.metaTags ? sc.metaTags().size() : 0, o.LstSep);
+        listCell(cells_.metaTags, scratch_);
+        // The candidates, WWW ones first, split into the two lists.
+        mailJoined_.clear();
+        wwwJoined_.clear();
+        bool firstMail = true, firstWww = true;
         if (c.www || c.mail) {
-            SplitAddresses(sc.wwwCandidates(), c.mail, c.www, spec_.convertWwwToHttp, mailItems_, wwwItems_);
-            SplitAddresses(sc.mailCandidates(), c.mail, c.www, spec_.convertWwwToHttp, mailItems_, wwwItems_);
+            for (const ItemList* list : {&sc.wwwCandidates(), &sc.mailCandidates()}) {
+                for (std::size_t i = 0; i < list->size(); ++i) {
+                    const char where = splitAddress((*list)[i], c.mail, c.www, spec_.convertWwwToHttp, item_);
+                    if (where == 'm') appendItem(mailJoined_, item_, o.LstSep, firstMail);
+                    if (where == 'w') appendItem(wwwJoined_, item_, o.LstSep, firstWww);
+                }
+            }
         }
-        listCell(cells_.wwwAddresses, wwwItems_, wwwItems_.size(), o.LstSep, scratch_);
-        listCell(cells_.mailAddresses, mailItems_, mailItems_.size(), o.LstSep, scratch_);
+        listCell(cells_.wwwAddresses, wwwJoined_);
+        listCell(cells_.mailAddresses, mailJoined_);
         cells_.spanCols.resize(span_.size());
         for (std::size_t i = 0; i < span_.size(); ++i) cells_.spanCols[i] = span_.cell(i);
     } catch (const std::bad_alloc&) {

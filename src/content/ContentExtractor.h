@@ -144,7 +144,7 @@ private:
     std::string lastError_;
     ContentCells cells_;
     std::string scratch_;                              // kept for its memory
-    std::vector<std::string> mailItems_, wwwItems_;    // likewise
+    std::string mailJoined_, wwwJoined_, item_;         // likewise
 };
 
 // The plain text of a whole text in memory, skip list applied.

@@ -25,20 +25,23 @@ std::size_t firstKeepable(std::string_view s, std::size_t from) {
     return i;
 }
 
-std::string cutToLength(std::string_view s, std::size_t start, std::size_t maxLength) {
-    std::string_view rest = s.substr(start);
-    if (maxLength > 0) rest = rest.substr(0, byteLengthOfChars(rest, maxLength));
-    return std::string(rest);
+// Keeps out[start..] up to maxLength characters, in place.
+void cutInPlace(std::string& out, std::size_t start, std::size_t maxLength) {
+    if (start > 0) out.erase(0, start);
+    if (maxLength > 0) out.resize(byteLengthOfChars(out, maxLength));
 }
 
 }  // namespace
 
-std::string Tidy(std::string_view text, std::size_t maxLength, int maxBlankLines, bool joinLineEnds) {
-    if (!joinLineEnds || (text.find('\r') == std::string_view::npos && text.find('\n') == std::string_view::npos))
-        return cutToLength(text, firstKeepable(text, 0), maxLength);
-
-    std::string out;
-    out.reserve(text.size() < 4096 ? text.size() : 4096);
+void Tidy(std::string_view text, std::size_t maxLength, int maxBlankLines, bool joinLineEnds, std::string& out) {
+    if (!joinLineEnds || (text.find('\r') == std::string_view::npos && text.find('\n') == std::string_view::npos)) {
+        const std::size_t start = firstKeepable(text, 0);
+        std::string_view rest = text.substr(start);
+        if (maxLength > 0) rest = rest.substr(0, byteLengthOfChars(rest, maxLength));
+        out.assign(rest.data(), rest.size());
+        return;
+    }
+    out.clear();
     std::size_t keepFrom = std::string_view::npos;  // start of the kept text, once known
     int blankRun = 0;
     std::size_t pos = 0;
@@ -76,7 +79,13 @@ std::string Tidy(std::string_view text, std::size_t maxLength, int maxBlankLines
             if (keepFrom != std::string_view::npos && out.size() - keepFrom >= 4 * maxLength) break;
         }
     }
-    return cutToLength(out, firstKeepable(out, 0), maxLength);
+    cutInPlace(out, firstKeepable(out, 0), maxLength);
+}
+
+std::string Tidy(std::string_view text, std::size_t maxLength, int maxBlankLines, bool joinLineEnds) {
+    std::string out;
+    Tidy(text, maxLength, maxBlankLines, joinLineEnds, out);
+    return out;
 }
 
 }  // namespace tav

@@ -15,6 +15,8 @@ inline constexpr std::string_view kTidyLineEnd = "\r\n";
 // joinLineEnds: CR LF, lone CR and lone LF all count as line ends; when off
 // the text keeps its line ends and only the leading skip and the cut apply.
 std::string Tidy(std::string_view text, std::size_t maxLength, int maxBlankLines, bool joinLineEnds);
+// The same into `out` (which must not hold `text`), reusing its memory.
+void Tidy(std::string_view text, std::size_t maxLength, int maxBlankLines, bool joinLineEnds, std::string& out);
 
 // The file list's form: one blank line at most, line ends joined.
 inline std::string tidyCell(std::string_view text, std::size_t maxLength) {
