@@ -220,8 +220,28 @@ void IniStore::putNumber(std::string_view section, std::string_view entry, doubl
     put(section, entry, numberText(value), file);
 }
 
+// One put reaches each file as one atomic replacement, pieces and all.
+
 void IniStore::put(std::string_view section, std::string_view entry, std::string_view value, std::string& file) {
     if (noWrite) return;
+    const bool quiet = quietOnce;
+    service_.beginBatch();
+    try {
+        putInBatch(section, entry, value, file);
+    } catch (...) {
+        service_.endBatch();
+        throw;
+    }
+    if (!service_.endBatch()) {
+        quietOnce = quiet;
+        report(false, "write to ini file: " + pathOf(section, file) + CR + ". Section: " + std::string(section) + CR +
+                          ". Entry: " + std::string(entry) + CR + ". Value: " + std::string(value) + CR + CR +
+                          "Error ignored but data not written to ini file.");
+    }
+}
+
+void IniStore::putInBatch(std::string_view section, std::string_view entry, std::string_view value,
+                          std::string& file) {
     const bool routed = file == kAutoFile;
     std::string spec = routed ? routeSpec(section) : file;
     const int oldCount = pieceCount(section, entry, spec);

@@ -114,6 +114,7 @@ private:
     std::string applyMissing(int mode, std::string_view section, std::string_view entry, const std::string& path);
 
     void checkNames(std::string_view section, std::string_view entry);
+    void putInBatch(std::string_view section, std::string_view entry, std::string_view value, std::string& file);
     void splitValue(std::string_view section, std::string_view entry, std::string_view value, std::string& spec);
     void eraseStalePieces(std::string_view section, std::string_view entry, int oldCount, int newCount,
                           std::string& spec);

@@ -40,7 +40,7 @@ std::string writeTarget(const std::string& path) {
 ProfileService::Cached& ProfileService::load(const std::string& path) {
     auto now = std::chrono::steady_clock::now();
     auto& slot = cache_[path];
-    if (slot && now - slot->checked < kRecheckAfter) return *slot;
+    if (slot && (slot->dirty || now - slot->checked < kRecheckAfter)) return *slot;
 
     std::error_code ec;
     auto status = fs::status(path, ec);
@@ -101,19 +101,53 @@ bool ProfileService::modify(const std::string& path, Change change) {
     Cached& cached = load(path);
     ProfileFile copy = cached.file;
     if (!change(copy)) return true;  // nothing to change
-    std::string bytes = copy.serialize();
-    if (bytes.size() > maxFileSize_) {
+    if (copy.serializedSize() > maxFileSize_) {
         lastTooLarge_ = true;
         return false;
     }
-    if (!writeFileAtomic(writeTarget(path), bytes)) return false;
+    if (batchDepth_ > 0) {
+        cached.file = std::move(copy);
+        cached.dirty = true;
+        return true;
+    }
+    Cached previous = std::move(cached);
     cached.file = std::move(copy);
+    if (writeOut(path, cached)) return true;
+    cached = std::move(previous);
+    return false;
+}
+
+bool ProfileService::writeOut(const std::string& path, Cached& cached) {
+    std::string bytes = cached.file.serialize();
+    if (!writeFileAtomic(writeTarget(path), bytes)) return false;
     std::error_code ec;
     cached.exists = true;
+    cached.dirty = false;
     cached.mtime = fs::last_write_time(path, ec);
     cached.size = bytes.size();
     cached.checked = std::chrono::steady_clock::now();
     return true;
+}
+
+void ProfileService::beginBatch() {
+    std::lock_guard lock(mutex_);
+    ++batchDepth_;
+}
+
+bool ProfileService::endBatch() {
+    std::lock_guard lock(mutex_);
+    if (batchDepth_ == 0 || --batchDepth_ > 0) return true;
+    bool ok = true;
+    for (auto it = cache_.begin(); it != cache_.end();) {
+        Cached& cached = *it->second;
+        if (cached.dirty && !writeOut(it->first, cached)) {
+            ok = false;
+            it = cache_.erase(it);  // the disk is what holds
+            continue;
+        }
+        ++it;
+    }
+    return ok;
 }
 
 bool ProfileService::write(const std::string& path, std::string_view section, std::string_view entry,

@@ -54,6 +54,13 @@ public:
 
     bool lastWriteTooLarge() const { return lastTooLarge_; }
 
+    // Changes made between beginBatch and endBatch reach each file in one
+    // atomic replacement at the end, so that a value written as several
+    // entries is never seen half written. Batches nest. endBatch returns
+    // false when a file could not be written (its cache then holds the disk).
+    void beginBatch();
+    bool endBatch();
+
     // Forgets the cached copy, so that the next read goes to the disk.
     void invalidate(const std::string& path);
     void invalidateAll();
@@ -68,7 +75,9 @@ private:
         std::filesystem::file_time_type mtime{};
         std::uintmax_t size = 0;
         std::chrono::steady_clock::time_point checked{};
+        bool dirty = false;  // changed in a batch, not yet written
     };
+    bool writeOut(const std::string& path, Cached& cached);
 
     Cached& load(const std::string& path);  // with the mutex held
     template <typename Change>
@@ -78,6 +87,7 @@ private:
     std::unordered_map<std::string, std::unique_ptr<Cached>> cache_;
     size_t maxFileSize_ = kDefaultMaxFileSize;
     bool lastTooLarge_ = false;  // written under the mutex by the last modify
+    int batchDepth_ = 0;
 };
 
 }  // namespace tav
