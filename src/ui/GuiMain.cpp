@@ -1,17 +1,23 @@
 #include "ui/GuiMain.h"
 
 #include <QApplication>
-#include <QMainWindow>
+#include <QDir>
+
+#include "ui/AppContext.h"
+#include "ui/MainWindow.h"
 
 namespace tav::ui {
 
 int runGui(int argc, char** argv, const std::string& dataDir) {
     QApplication app(argc, argv);
     QApplication::setApplicationName("Tavelo");
-    QMainWindow window;
-    window.setWindowTitle("Tavelo");
-    window.resize(1000, 700);
+    AppContext context;
+    if (!context.open(dataDir, argc > 0 ? argv[0] : "")) return 1;
+    MainWindow window(context);
+    context.host().setParent(&window);
     window.show();
+    if (context.files().firstRun)
+        window.showTextFile(QDir(QString::fromStdString(context.dataDir())).filePath("welcome.txt"), "Welcome");
     return app.exec();
 }
 
