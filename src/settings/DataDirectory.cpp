@@ -126,6 +126,19 @@ DataDirResult locateDataDir(IniStore& ini, const DataLocations& where, const std
     return result;
 }
 
+// The first key set: section "Keys" of param/setupkey.ini over that of the main file.
+void loadInitialKeys(IniStore& ini, std::string& mainSpec) {
+    std::string setup = ini.qualify((fs::path("param") / "setupkey.ini").string());
+    std::error_code ec;
+    if (!fs::is_regular_file(setup, ec)) return;
+    ini.service().beginBatch();
+    for (const std::string& entry : ini.service().entryNames(setup, "Keys")) {
+        std::string value = ini.mode(kMissingEmpty).get("Keys", entry, setup);
+        ini.put("Keys", entry, value, mainSpec);
+    }
+    ini.service().endBatch();
+}
+
 OpenedFiles openDataFiles(IniStore& ini, bool firstRunSteps) {
     OpenedFiles files;
     files.mainIni = ini.qualify("Tavelo.ini");
@@ -163,6 +176,7 @@ OpenedFiles openDataFiles(IniStore& ini, bool firstRunSteps) {
     if (firstRunSteps && ini.mode(kMissingEmpty).getBool("Main", "FirstRunAfterSetup", mainSpec)) {
         ini.put("Main", "FirstRunAfterSetup", "0", mainSpec);
         files.firstRun = true;
+        loadInitialKeys(ini, mainSpec);
     }
     return files;
 }

@@ -50,4 +50,7 @@ struct OpenedFiles {
 // first-run steps to the desktop program's first start.
 OpenedFiles openDataFiles(IniStore& ini, bool firstRunSteps = true);
 
+// Loads the key set supplied at setup (param/setupkey.ini) into the main file.
+void loadInitialKeys(IniStore& ini, std::string& mainSpec);
+
 }  // namespace tav
