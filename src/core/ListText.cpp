@@ -1,18 +1,12 @@
 #include "core/ListText.h"
 
 #include "core/AppError.h"
+#include "core/TextTrim.h"
 #include "core/Utf8.h"
 
 namespace tav {
 
 namespace {
-
-std::string_view trimBlanks(std::string_view s) {
-    size_t b = 0, e = s.size();
-    while (b < e && s[b] == ' ') ++b;
-    while (e > b && s[e - 1] == ' ') --e;
-    return s.substr(b, e - b);
-}
 
 void replaceAll(std::string& s, std::string_view from, std::string_view to) {
     if (from.empty()) return;

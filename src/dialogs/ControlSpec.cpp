@@ -1,3 +1,4 @@
+#include "core/TextTrim.h"
 #include "dialogs/ControlSpec.h"
 
 #include <algorithm>
@@ -11,12 +12,6 @@ namespace tav {
 
 namespace {
 
-std::string_view trimBlanks(std::string_view s) {
-    size_t b = 0, e = s.size();
-    while (b < e && s[b] == ' ') ++b;
-    while (e > b && s[e - 1] == ' ') --e;
-    return s.substr(b, e - b);
-}
 
 ListActionSpec actionOf(std::optional<int> n, ListAction fallback) {
     ListActionSpec spec;

@@ -4,6 +4,7 @@
 #include <cstdlib>
 
 #include "core/ListText.h"
+#include "settings/IniNumbers.h"
 
 namespace tav {
 
@@ -41,12 +42,7 @@ int intAt(const std::vector<std::string>& v, size_t i, int fallback) {
 
 }  // namespace
 
-double leadingNumber(std::string_view text) {
-    std::string_view t = trimBlanks(text);
-    size_t n = numberLength(t);
-    if (!n) return 0;
-    return std::strtod(std::string(t.substr(0, n)).c_str(), nullptr);
-}
+double leadingNumber(std::string_view text) { return numberAtStart(text).value_or(0); }
 
 bool isNumericText(std::string_view text) {
     std::string_view t = trimBlanks(text);

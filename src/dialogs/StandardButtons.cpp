@@ -1,3 +1,4 @@
+#include "core/TextTrim.h"
 #include "dialogs/StandardButtons.h"
 
 #include <cmath>
@@ -8,16 +9,6 @@
 
 namespace tav {
 
-namespace {
-
-std::string_view trimBlanks(std::string_view s) {
-    size_t b = 0, e = s.size();
-    while (b < e && s[b] == ' ') ++b;
-    while (e > b && s[e - 1] == ' ') --e;
-    return s.substr(b, e - b);
-}
-
-}  // namespace
 
 ButtonSet standardButtons(std::string_view buttons) {
     ButtonSet set;
