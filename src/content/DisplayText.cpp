@@ -1,18 +1,11 @@
 #include "content/DisplayText.h"
 
-#include <array>
 #include <cstdint>
 #include <cstring>
 
 namespace tav {
 
 namespace {
-
-// Windows-1252 for 0x80..0x9F; the five unassigned bytes keep their C1 code.
-constexpr std::array<char16_t, 32> kCp1252High = {
-    0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
-    0x2039, 0x0152, 0x008D, 0x017D, 0x008F, 0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
-    0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178};
 
 // Length of the valid UTF-8 sequence at s[i], or 0 if there is none.
 std::size_t validSequence(std::string_view s, std::size_t i) {
@@ -63,7 +56,7 @@ void appendDisplayText(std::string& out, std::string_view bytes) {
             i += len;
         } else {
             const auto b = static_cast<unsigned char>(bytes[i]);
-            appendUtf8(out, b < 0xA0 ? kCp1252High[b - 0x80] : char32_t{b});
+            appendUtf8(out, cp1252CodePoint(b));
             ++i;
         }
     }

@@ -60,17 +60,20 @@ bool isValidUtf8(std::string_view bytes) {
     return true;
 }
 
-std::string cp1252ToUtf8(std::string_view bytes) {
+char32_t cp1252CodePoint(unsigned char byte) {
     static const char16_t high[32] = {
         0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
         0x2039, 0x0152, 0x008D, 0x017D, 0x008F, 0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
         0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178};
+    return byte >= 0x80 && byte < 0xA0 ? high[byte - 0x80] : char32_t{byte};
+}
+
+std::string cp1252ToUtf8(std::string_view bytes) {
     std::string out;
     out.reserve(bytes.size() + bytes.size() / 8);
     for (unsigned char c : bytes) {
         if (c < 0x80) out += static_cast<char>(c);
-        else if (c < 0xA0) appendUtf8(out, high[c - 0x80]);
-        else appendUtf8(out, c);
+        else appendUtf8(out, cp1252CodePoint(c));
     }
     return out;
 }

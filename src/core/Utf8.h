@@ -13,6 +13,9 @@ std::string utf8Char(char32_t cp);
 // True when the bytes are well-formed UTF-8.
 bool isValidUtf8(std::string_view bytes);
 
+// The character a Windows-1252 byte stands for.
+char32_t cp1252CodePoint(unsigned char byte);
+
 // Windows-1252 bytes to UTF-8 (the five undefined codes map to U+0080 + code).
 std::string cp1252ToUtf8(std::string_view bytes);
 
