@@ -2,6 +2,7 @@
 
 #include <QCloseEvent>
 #include <QFile>
+#include <QFontDatabase>
 #include <QGuiApplication>
 #include <QMdiArea>
 #include <QMdiSubWindow>
@@ -99,6 +100,7 @@ void MainWindow::showTextFile(const QString& path, const QString& title) {
     QByteArray bytes = f.read(1 << 20);
     auto* view = new QPlainTextEdit;
     view->setReadOnly(true);
+    view->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
     view->setPlainText(QString::fromStdString(toUtf8(std::string_view(bytes.constData(), bytes.size()))));
     QMdiSubWindow* sub = mdi_->addSubWindow(view);
     sub->setWindowTitle(title);

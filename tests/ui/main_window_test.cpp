@@ -32,6 +32,12 @@ void MainWindowTest::firstStartMakesTheDataDirectoryAndShowsTheWelcome() {
         window.showTextFile(QString::fromStdString(data + "/welcome.txt"), "Welcome");
         QCOMPARE(window.objectName(), QString("HTMLanalform"));
         QCOMPARE(window.mdiArea()->subWindowList().size(), 1);
+        // TAVELO_SHOTS=DIR keeps a picture of the window for a person to look at.
+        if (qEnvironmentVariableIsSet("TAVELO_SHOTS")) {
+            window.resize(1000, 640);
+            QTest::qWait(50);
+            window.grab().save(qEnvironmentVariable("TAVELO_SHOTS") + "/main-window.png");
+        }
     }
     ui::AppContext again;
     QVERIFY(again.open(data, ""));
