@@ -1,0 +1,290 @@
+#include "filelist/ListJob.h"
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <filesystem>
+
+#include "core/AppError.h"
+#include "filelist/FormatCellPut.h"
+#include "filelist/FormatDateMask.h"
+#include "filelist/FormatLocalTime.h"
+#include "filelist/ListSpec.h"
+
+namespace tav {
+
+namespace {
+
+constexpr char kSep = static_cast<char>(std::filesystem::path::preferred_separator);
+
+void lowerInPlace(std::string& s) {
+    for (char& c : s)
+        if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
+}
+
+// Line ends become blanks, so that a cell keeps to one line.
+std::string cleanCell(std::string_view text) {
+    std::string out;
+    out.reserve(text.size());
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const char c = text[i];
+        if (c == '\r' && i + 1 < text.size() && text[i + 1] == '\n') {
+            out += ' ';
+            ++i;
+        } else if (c == '\r' || c == '\n') {
+            out += ' ';
+        } else {
+            out += c;
+        }
+    }
+    return out;
+}
+
+class FileCloser {
+public:
+    explicit FileCloser(int fd) : fd_(fd) {}
+    ~FileCloser() {
+        if (fd_ >= 0) ::close(fd_);
+    }
+    FileCloser(const FileCloser&) = delete;
+    FileCloser& operator=(const FileCloser&) = delete;
+
+private:
+    int fd_;
+};
+
+class ListMaker {
+public:
+    ListMaker(const ListJobSpec& spec, JobContext& job, RowSink& sink)
+        : spec_(spec), layout_(spec.layout), job_(job), sink_(sink) {
+        for (const ListColumn& c : layout_.columns) {
+            keyMasks_.push_back(c.isKey ? c.mask : std::string());
+            keyGrew_.push_back(false);
+        }
+        if (layout_.readContent) {
+            ContentSpec content = spec.content;
+            content.columns = contentColumnsFor(layout_.wantedColTypes());
+            content.columns.spanCols.clear();
+            for (const UserColumn& u : layout_.userColumns) content.columns.spanCols.push_back(u.def);
+            extractor_.configure(content);
+            readFiles_ = true;
+        }
+    }
+
+    bool run() {
+        sink_.begin(layout_.columns);
+        const std::vector<ListEntry> entries = parseListSpec(spec_.listSpec, spec_.defaultType, spec_.subdirsByDefault);
+        if (entries.empty()) {
+            totals_.complete = false;
+            finish();
+            return false;
+        }
+        if (entries.size() == 1) baseDir_ = entries.front().directory;
+        bool ranToEnd = true;
+        try {
+            for (const ListEntry& entry : entries) {
+                if (!listOneEntry(entry)) totals_.complete = false;
+                if (stopped_ || job_.stopRequested()) {
+                    ranToEnd = false;
+                    break;
+                }
+            }
+        } catch (const AppError& e) {
+            if (!e.isUserStop()) throw;
+            ranToEnd = false;
+        }
+        if (!ranToEnd) totals_.complete = false;
+        finish();
+        return ranToEnd;
+    }
+
+private:
+    void finish() {
+        totals_.keyMasks = keyMasks_;
+        totals_.keyGrew = keyGrew_;
+        sink_.finish(totals_);
+    }
+
+    bool listOneEntry(const ListEntry& entry) {
+        WalkOptions options;
+        options.typeList = entry.type;
+        options.subdirs = entry.subdirs;
+        options.showHidden = spec_.includeSystemEntry;
+        options.showSystem = spec_.includeHiddenEntry;
+        WalkHooks hooks;
+        hooks.found = [this](const FoundItem& item) { return ProcessFoundItem(item); };
+        hooks.stopRequested = [this] { return stopped_ || job_.stopRequested(); };
+        hooks.lister = spec_.lister;
+        const std::string directory = entry.directory.empty() ? std::string(".") + kSep : entry.directory;
+        return DirectoryWalk(directory, options, hooks);
+    }
+
+    bool ProcessFoundItem(const FoundItem& item) {
+        ++totals_.filesExamined;
+        if (!FillRow(item)) return false;
+        JobProgress report;
+        report.filesListed = totals_.filesListed;
+        report.filesExamined = totals_.filesExamined;
+        report.current = item.directory;
+        job_.progress(report);
+        return !stopped_ && !job_.stopRequested();
+    }
+
+    std::string dateText(std::int64_t seconds, std::string_view mask) {
+        FormatResult r = formatDateTime(clock_.fromPosix(seconds), mask);
+        return r.ok() ? std::move(r.text) : std::string();
+    }
+
+    bool wanted(int colType) const { return layout_.wanted(colType); }
+
+    bool FillRow(const FoundItem& item) {
+        row_.assign(layout_.columns.size(), std::string());
+        if (item.isDirectory && !spec_.listDirs) return true;
+
+        // Content first: a stop inside a long read leaves no row.
+        const bool readThis = readFiles_ && !item.isDirectory;
+        std::string readError;
+        if (readThis) readContent(item, readError);
+
+        ++totals_.filesListed;
+        std::string name, type;
+        if (item.isDirectory) {
+            name = "(" + item.name + ")";
+            type = "<DIR>";
+        } else {
+            const std::size_t dot = item.name.rfind('.');
+            name = dot == std::string::npos ? item.name : item.name.substr(0, dot);
+            type = dot == std::string::npos ? std::string() : item.name.substr(dot + 1);
+        }
+        std::string path = item.directory;
+        if (spec_.lowerCaseNames) {
+            lowerInPlace(name);
+            if (!item.isDirectory) lowerInPlace(type);
+            lowerInPlace(path);
+        }
+        if (!baseDir_.empty() && path.compare(0, baseDir_.size(), baseDir_) == 0)
+            path = std::string("..") + kSep + path.substr(baseDir_.size());
+
+        PutCell(col::Number, std::to_string(totals_.filesListed));
+        PutCell(col::FileName, name);
+        PutCell(col::Type, type);
+        if (wanted(col::Date)) PutCell(col::Date, dateText(item.modified, kListDateMask));
+        if (wanted(col::Time)) PutCell(col::Time, dateText(item.modified, kListTimeMask));
+        PutCell(col::FilePath, path);
+        if (wanted(col::Attrib)) {
+            std::string attrib;
+            if (item.hidden) attrib += 'h';
+            if (item.system) attrib += 's';
+            if (item.readOnly) attrib += 'r';
+            PutCell(col::Attrib, attrib);
+        }
+        if (!item.isDirectory) {
+            PutCell(col::Size, std::to_string(item.size));
+            if (item.size > 0) totals_.bytesListed += item.size;
+        }
+        if (wanted(col::CreatedDate)) PutCell(col::CreatedDate, dateText(item.created, kListDateMask));
+        if (wanted(col::CreatedTime)) PutCell(col::CreatedTime, dateText(item.created, kListTimeMask));
+        if (wanted(col::ReadDate)) PutCell(col::ReadDate, dateText(item.accessed, kListDateMask));
+        if (wanted(col::ReadTime)) PutCell(col::ReadTime, dateText(item.accessed, kListTimeMask));
+
+        if (readThis) {
+            const ContentCells& cells = extractor_.cells();
+            if (readError.empty()) {
+                for (int t : {col::FirstBytes, col::Title, col::FirstPlain, col::LastPlain, col::LastBytes,
+                              col::MetaTags, col::HtmlTags, col::Mail, col::Www}) {
+                    if (!wanted(t)) continue;
+                    if (const std::string* text = cells.forColType(t)) PutCell(t, *text, true);
+                }
+                for (std::size_t i = 0; i < layout_.userColumns.size() && i < cells.spanCols.size(); ++i)
+                    PutCell(layout_.userColumns[i].def.colType, cells.spanCols[i], true);
+                for (const std::string& line : cells.errors) sink_.fileError(item.path(), line);
+            } else {
+                sink_.fileError(item.path(), readError);
+            }
+        }
+
+        Row row;
+        row.cells = std::move(row_);
+        row.isDirectory = item.isDirectory;
+        row.path = item.path();
+        row_.clear();
+        if (!sink_.row(std::move(row))) stopped_ = true;
+        return !stopped_;
+    }
+
+    // Opens the file once and feeds it to the extractor in chunks until it
+    // wants no more. A stop during the read unwinds as the user's Stop.
+    void readContent(const FoundItem& item, std::string& error) {
+        const std::string path = item.path();
+        extractor_.beginFile(path, item.size);
+        const int fd = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
+        if (fd < 0) {
+            error = "Error opening file >>" + path + "<<.";
+            extractor_.finish();
+            return;
+        }
+        FileCloser closer(fd);
+        buffer_.resize(kListReadChunk);
+        for (;;) {
+            job_.checkpoint();
+            const ssize_t got = ::read(fd, buffer_.data(), buffer_.size());
+            if (got < 0) {
+                if (errno == EINTR) continue;
+                error = "Error reading file >>" + path + "<<.";
+                break;
+            }
+            if (got == 0) break;
+            if (!extractor_.feed(std::string_view(buffer_.data(), static_cast<std::size_t>(got)))) break;
+        }
+        extractor_.finish();
+    }
+
+    // `PutCell`: the display cell through its mask and, where the column has
+    // one, the key cell through its key mask. A numeric key longer than its
+    // mask grows the mask; earlier rows are fixed up by whoever holds them.
+    void PutCell(int colType, std::string_view value, bool clean = false) {
+        if (!wanted(colType)) return;
+        const std::size_t pos = static_cast<std::size_t>(layout_.position[static_cast<std::size_t>(colType)]);
+        const int key = layout_.keyColumn[static_cast<std::size_t>(colType)];
+        const std::string& displayMask = layout_.columns[pos].mask;
+        if (key >= 0) {
+            const std::size_t k = static_cast<std::size_t>(key);
+            CellTexts texts = formatCellTexts(value, displayMask, keyMasks_[k], layout_.columns[k].keyMayGrow);
+            if (texts.keyGrew) {
+                keyMasks_[k] = texts.keyMask;
+                keyGrew_[k] = true;
+            }
+            row_[k] = std::move(texts.key);
+            row_[pos] = std::move(texts.display);
+        } else if (!displayMask.empty()) {
+            row_[pos] = formatCellTexts(value, displayMask, {}, false).display;
+        } else {
+            row_[pos] = clean ? cleanCell(value) : std::string(value);
+        }
+    }
+
+    const ListJobSpec& spec_;
+    const ColumnLayout& layout_;
+    JobContext& job_;
+    RowSink& sink_;
+    ContentExtractor extractor_;
+    bool readFiles_ = false;
+    LocalTimeConverter clock_;
+    std::vector<std::string> keyMasks_;
+    std::vector<bool> keyGrew_;
+    std::vector<std::string> row_;
+    std::vector<char> buffer_;
+    std::string baseDir_;
+    ListTotals totals_;
+    bool stopped_ = false;  // the sink asked to stop
+};
+
+}  // namespace
+
+bool FindAndListFiles(const ListJobSpec& spec, JobContext& job, RowSink& sink) {
+    ListMaker maker(spec, job, sink);
+    return maker.run();
+}
+
+}  // namespace tav
