@@ -6,6 +6,8 @@ namespace {
 const Command kCommands[] = {
     {"ini", &runIni},
     {"view", &runView},
+    {"list", &runList},
+    {"find", &runFind},
 };
 }
 

@@ -24,5 +24,7 @@ const Command* findCommand(const std::string& name);
 
 int runIni(const CommandContext& ctx);
 int runView(const CommandContext& ctx);
+int runList(const CommandContext& ctx);
+int runFind(const CommandContext& ctx);
 
 }  // namespace tav::cli
