@@ -1,0 +1,188 @@
+// Content columns of a list, files that fail while being read, stopping a
+// run, and the job's progress reports.
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "core/AppError.h"
+#include "filelist/ListJob.h"
+#include "filelist/RowTable.h"
+#include "support/TempDir.h"
+
+namespace fs = std::filesystem;
+using namespace tav;
+
+namespace {
+
+ListJobSpec specFor(const std::string& listSpec, std::vector<int> colTypes, std::vector<UserColumn> users = {}) {
+    ListJobSpec spec;
+    spec.listSpec = listSpec;
+    spec.listDirs = false;
+    ColumnRequest request;
+    request.colTypes = std::move(colTypes);
+    request.userColumns = std::move(users);
+    spec.layout = SetUpListColumns(request, factoryColumnSpecs(), WindowFormats{});
+    spec.content.options.BytF = 12;
+    spec.content.options.PBytF = 200;
+    return spec;
+}
+
+std::string cellOf(const RowTable& table, const std::string& name, int colType) {
+    for (const Row& r : table.rows())
+        if (fs::path(r.path).filename() == name) return r.cells[static_cast<std::size_t>(table.columnOf(colType))];
+    ADD_FAILURE() << "no row for " << name;
+    return {};
+}
+
+// A sink that does something when a row arrives.
+class HookedTable : public RowTable {
+public:
+    std::function<void(const Row&)> onRow;
+    bool row(Row&& r) override {
+        if (onRow) onRow(r);
+        return RowTable::row(std::move(r));
+    }
+};
+
+const char* const kPage =
+    "<html><head><title>Fish and\r\nchips</title>\r\n"
+    "<meta name=\"description\" content=\"All about fish\">\r\n</head>\r\n"
+    "<body><h1>Menu</h1><p>Mail us at cook@example.com or see www.example.com/menu.\r\n"
+    "Second line of text.</p></body></html>\r\n";
+
+}  // namespace
+
+TEST(ListContent, ContentColumnsComeFromOneReadOfEachFile) {
+    tavtest::TempDir dir;
+    dir.write("page.htm", kPage);
+    dir.write("plain.txt", "just some words");
+    RowTable table;
+    JobContext job;
+    ListJobSpec spec = specFor("{" + dir.str() + "/}", {1, 10, 15, 21, 25, 26});
+    EXPECT_TRUE(FindAndListFiles(spec, job, table));
+    EXPECT_EQ(cellOf(table, "page.htm", 10), "Fish and chips");
+    EXPECT_EQ(cellOf(table, "page.htm", 15), "<html><head>");
+    EXPECT_NE(cellOf(table, "page.htm", 21).find("Menu"), std::string::npos);
+    EXPECT_EQ(cellOf(table, "page.htm", 21).find('\r'), std::string::npos) << "cells keep to one line";
+    EXPECT_EQ(cellOf(table, "page.htm", 26), "cook@example.com");
+    EXPECT_NE(cellOf(table, "page.htm", 25).find("www.example.com/menu"), std::string::npos);
+    EXPECT_EQ(cellOf(table, "plain.txt", 15), "just some wo");
+    EXPECT_EQ(cellOf(table, "plain.txt", 26), "");
+}
+
+TEST(ListContent, UserColumnsAreCutFromTheFile) {
+    tavtest::TempDir dir;
+    dir.write("page.htm", kPage);
+    UserColumn h1;
+    ASSERT_TRUE(parseUserColumn("[H1 Heading];[<h1>];[</h1>];[];[];[];[];[H1]", h1));
+    h1.def.colType = 27;
+    RowTable table;
+    JobContext job;
+    EXPECT_TRUE(FindAndListFiles(specFor("{" + dir.str() + "/}", {1, 27}, {h1}), job, table));
+    EXPECT_EQ(cellOf(table, "page.htm", 27), "Menu");
+    EXPECT_EQ(table.columns()[1].caption, "H1");
+    EXPECT_GE(table.columnOf(10), 0) << "the Title is there, hidden, for the user column";
+}
+
+TEST(ListContent, AFileThatVanishesKeepsItsRowWithAnErrorLine) {
+    tavtest::TempDir dir;
+    dir.write("d/first.htm", kPage);
+    dir.write("d/second.htm", kPage);
+    HookedTable table;
+    std::string gone;
+    table.onRow = [&](const Row& r) {
+        if (!gone.empty()) return;
+        gone = fs::path(r.path).filename() == "first.htm" ? dir.str() + "/d/second.htm" : dir.str() + "/d/first.htm";
+        fs::remove(gone);
+    };
+    JobContext job;
+    EXPECT_TRUE(FindAndListFiles(specFor("{" + dir.str() + "/d/}", {1, 10, 3}), job, table));
+    ASSERT_EQ(table.rows().size(), 2u);
+    EXPECT_EQ(table.rows()[1].path, gone);
+    EXPECT_EQ(table.rows()[1].cells[static_cast<std::size_t>(table.columnOf(10))], "");
+    EXPECT_EQ(table.rows()[1].cells[static_cast<std::size_t>(table.columnOf(3))], std::to_string(std::string(kPage).size()))
+        << "the size found by the walk stays";
+    EXPECT_EQ(table.rows()[0].cells[static_cast<std::size_t>(table.columnOf(10))], "Fish and chips");
+    ASSERT_EQ(table.errors().size(), 1u);
+    EXPECT_EQ(table.errors()[0].text, "Error opening file >>" + gone + "<<.");
+    EXPECT_TRUE(table.totals().complete);
+}
+
+TEST(ListContent, ASectionWithoutTagsIsReportedOnce) {
+    tavtest::TempDir dir;
+    dir.write("big.txt", std::string(5'000'100, 'a'));
+    RowTable table;
+    JobContext job;
+    FindAndListFiles(specFor("{" + dir.str() + "/}", {1, 23}), job, table);
+    ASSERT_EQ(table.rows().size(), 1u);
+    ASSERT_EQ(table.errors().size(), 1u);
+    EXPECT_NE(table.errors()[0].text.find("No html tags"), std::string::npos);
+}
+
+// ---- stopping ----
+
+TEST(ListStop, AStopAfterNFilesKeepsTheRowsMadeSoFar) {
+    tavtest::TempDir dir;
+    for (int i = 0; i < 20; ++i) dir.write("f" + std::to_string(i) + ".txt", "x");
+    HookedTable table;
+    JobContext job;
+    table.onRow = [&](const Row&) {
+        if (table.rows().size() + 1 == 5) job.requestStop();
+    };
+    EXPECT_FALSE(FindAndListFiles(specFor("{" + dir.str() + "/}", {1}), job, table));
+    EXPECT_EQ(table.rows().size(), 5u);
+    EXPECT_FALSE(table.totals().complete);
+    EXPECT_EQ(table.totals().filesListed, 5);
+    EXPECT_TRUE(table.finished());
+}
+
+TEST(ListStop, ASinkThatWantsNoMoreEndsTheRun) {
+    tavtest::TempDir dir;
+    for (int i = 0; i < 10; ++i) dir.write("s" + std::to_string(i) + "/f.txt", "x");
+    RowTable table;
+    table.setRowLimit(3);
+    JobContext job;
+    ListJobSpec spec = specFor("{" + dir.str() + "/ <*+>}", {1});
+    EXPECT_FALSE(FindAndListFiles(spec, job, table));
+    EXPECT_EQ(table.rows().size(), 3u);
+}
+
+TEST(ListStop, AStopDuringAReadLeavesNoRowForThatFile) {
+    tavtest::TempDir dir;
+    dir.write("d/one.htm", std::string(300'000, 'x') + "<p>");
+    // Stops when the job first looks at it inside a read.
+    class StopInRead : public JobContext {
+    public:
+        bool stopRequested() const override { return ++calls_ > 1; }
+        mutable int calls_ = 0;
+    } job;
+    RowTable table;
+    EXPECT_FALSE(FindAndListFiles(specFor("{" + dir.str() + "/d/}", {1, 22}), job, table));
+    EXPECT_TRUE(table.rows().empty());
+    EXPECT_FALSE(table.totals().complete);
+}
+
+// ---- progress ----
+
+TEST(ListProgress, ReportsAreAtMostTenASecond) {
+    JobContext job;
+    JobContext::Clock::time_point now{};
+    job.setClock([&] { return now; });
+    int reports = 0;
+    job.setProgressHandler([&](const JobProgress&) { ++reports; });
+    EXPECT_TRUE(job.progress({}));
+    for (int i = 0; i < 50; ++i) {
+        now += std::chrono::milliseconds(1);
+        job.progress({});
+    }
+    EXPECT_EQ(reports, 1);
+    now += std::chrono::milliseconds(60);
+    EXPECT_TRUE(job.progress({}));
+    EXPECT_EQ(reports, 2);
+    job.requestStop();
+    EXPECT_THROW(job.checkpoint(), AppError);
+    job.clearStop();
+    EXPECT_NO_THROW(job.checkpoint());
+}
