@@ -160,6 +160,7 @@ TreeCount treeTwoThreads(const fs::path& root, const fs::path& sink) {
     std::vector<std::string> outputs(files.size());
     std::vector<long> hitCounts(files.size(), 0);
     std::vector<std::atomic<bool>> done(files.size());
+    for (auto& d : done) d.store(false);
     std::atomic<size_t> next{0};
     auto worker = [&] {
         for (size_t i; (i = next.fetch_add(1)) < files.size();) {
