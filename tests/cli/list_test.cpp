@@ -1,0 +1,128 @@
+// `tavelo list` run as a process: the header, the rows, the options.
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+
+#include <cstdio>
+#include <ctime>
+#include <string>
+#include <vector>
+
+#include "support/TempDir.h"
+
+namespace {
+
+struct ListRun {
+    int code = -1;
+    std::string out;
+    std::string err;
+};
+
+std::string quoted(const std::string& s) {
+    std::string q = "'";
+    for (char c : s) q += c == '\'' ? std::string("'\\''") : std::string(1, c);
+    return q + "'";
+}
+
+ListRun runList(const tavtest::TempDir& scratch, const std::vector<std::string>& args) {
+    std::string cmd = quoted(TAVELO_EXE) + " list";
+    for (const auto& a : args) cmd += " " + quoted(a);
+    const std::string errFile = (scratch / "stderr.txt").string();
+    cmd += " 2>" + quoted(errFile);
+    ListRun r;
+    FILE* p = popen(cmd.c_str(), "r");
+    if (!p) return r;
+    char buf[4096];
+    size_t n;
+    while ((n = fread(buf, 1, sizeof buf, p)) > 0) r.out.append(buf, n);
+    const int status = pclose(p);
+    r.code = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+    r.err = tavtest::readFile(errFile);
+    return r;
+}
+
+std::vector<std::string> linesOf(const std::string& text) {
+    std::vector<std::string> out;
+    std::size_t at = 0;
+    while (at < text.size()) {
+        std::size_t end = text.find('\n', at);
+        if (end == std::string::npos) end = text.size();
+        out.push_back(text.substr(at, end - at));
+        at = end + 1;
+    }
+    return out;
+}
+
+void setModified(const std::filesystem::path& p, int y, int mo, int d) {
+    std::tm tm{};
+    tm.tm_year = y - 1900;
+    tm.tm_mon = mo - 1;
+    tm.tm_mday = d;
+    tm.tm_hour = 12;
+    tm.tm_isdst = -1;
+    struct timespec times[2];
+    times[0].tv_sec = std::mktime(&tm);
+    times[0].tv_nsec = 0;
+    times[1] = times[0];
+    ::utimensat(AT_FDCWD, p.c_str(), times, 0);
+}
+
+class ListCommand : public ::testing::Test {
+protected:
+    void SetUp() override {
+        setModified(tree.write("b.txt", std::string(2000, 'b')), 2020, 5, 1);
+        setModified(tree.write("a.htm", "<html><title>Apples</title><p>x</p></html>"), 2019, 1, 2);
+        setModified(tree.write("sub/c.txt", "c"), 2021, 7, 8);
+        tree.write(".hidden.txt", "h");
+    }
+    std::string root() const { return tree.str(); }
+    tavtest::TempDir tree;
+    tavtest::TempDir scratch;
+};
+
+}  // namespace
+
+TEST_F(ListCommand, HeaderOfCaptionsThenOneTabSeparatedLineARow) {
+    ListRun r = runList(scratch, {"--columns", "FileName|Type|Size|Date", "--no-dirs", "--sort", "FileName", root()});
+    EXPECT_EQ(r.code, 0) << r.err;
+    EXPECT_EQ(linesOf(r.out), (std::vector<std::string>{"FileName\tType\tSize\tDate", "a\thtm\t42\t02 Jan 2019",
+                                                         "b\ttxt\t2,000\t01 May 2020"}));
+}
+
+TEST_F(ListCommand, SubdirectoriesHiddenItemsAndTypes) {
+    ListRun r = runList(scratch, {"--columns", "1|2", "--subdirs", "--sort", "1", root()});
+    EXPECT_EQ(linesOf(r.out), (std::vector<std::string>{"FileName\tType", "(sub)\t<DIR>", "a\thtm", "b\ttxt", "c\ttxt"}));
+    r = runList(scratch, {"--columns", "FileName", "--no-dirs", "--hidden", "--type", "*.txt", "--sort", "1", root()});
+    EXPECT_EQ(linesOf(r.out), (std::vector<std::string>{"FileName", ".hidden", "b"}));
+    r = runList(scratch, {"--columns", "FileName", "--sort", "1", root() + "/ <htm+>"});
+    EXPECT_EQ(linesOf(r.out), (std::vector<std::string>{"FileName", "a"}));
+}
+
+TEST_F(ListCommand, SortDescendingByDateAndRenumber) {
+    ListRun r = runList(scratch, {"--columns", "No.|FileName|Date", "--subdirs", "--no-dirs", "--sort", "Date",
+                                  "--descending", "--renumber", "--date-format", "yyyy-mm-dd", root()});
+    EXPECT_EQ(linesOf(r.out), (std::vector<std::string>{"No.\tFileName\tDate", "1\tc\t2021-07-08", "2\tb\t2020-05-01",
+                                                         "3\ta\t2019-01-02"}));
+}
+
+TEST_F(ListCommand, ContentColumnsAndTheErrorList) {
+    tree.write("big.txt", std::string(5'000'100, 'z'));
+    ListRun r = runList(scratch, {"--columns", "FileName|Title|FirstNBytes", "--first-bytes", "6", "--type", "*.htm",
+                                  root()});
+    EXPECT_EQ(linesOf(r.out), (std::vector<std::string>{"FileName\tTitle\tFirstNBytes", "a\tApples\t<html>"}));
+    r = runList(scratch, {"--columns", "FileName|HTMLTags", "--errors", "--type", "big", root()});
+    EXPECT_EQ(r.code, 0);
+    EXPECT_NE(r.err.find("No html tags (<html>, <p> etc.) in section of 64,000 bytes."), std::string::npos) << r.err;
+}
+
+TEST_F(ListCommand, MistakesAreUsageErrors) {
+    ListRun r = runList(scratch, {"--columns", "FileName|Nonsense", root()});
+    EXPECT_EQ(r.code, 2);
+    EXPECT_NE(r.err.find("Invalid column specified. Will not be included in list >>Nonsense<< "), std::string::npos);
+    r = runList(scratch, {"--bogus", root()});
+    EXPECT_EQ(r.code, 2);
+    r = runList(scratch, {});
+    EXPECT_EQ(r.code, 2);
+    EXPECT_NE(r.err.find("usage: tavelo list"), std::string::npos);
+}
