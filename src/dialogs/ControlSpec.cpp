@@ -33,7 +33,7 @@ ListActionSpec actionOf(std::optional<int> n, ListAction fallback) {
 std::vector<int> numbers(const std::string& text) {
     std::vector<int> out;
     if (trimBlanks(text).empty()) return out;
-    for (const auto& item : splitItems(text)) out.push_back(static_cast<int>(std::lround(leadingNumber(item))));
+    for (const auto& item : splitItems(text)) out.push_back(static_cast<int>(std::lround(optionNumber(item))));
     return out;
 }
 
@@ -97,7 +97,7 @@ std::string ControlSpec::field(int n) const {
 std::optional<int> ControlSpec::intField(int n) const {
     std::string f = field(n);
     if (trimBlanks(f).empty()) return std::nullopt;
-    return static_cast<int>(std::lround(leadingNumber(f)));
+    return static_cast<int>(std::lround(optionNumber(f)));
 }
 
 bool ControlSpec::boolField(int n, bool fallback) const {
@@ -165,8 +165,8 @@ std::optional<std::pair<int, int>> ControlSpec::initialColumns() const {
     std::string range = field(18);
     size_t cut = range.find('_');
     if (cut == std::string::npos) return std::nullopt;
-    return std::pair<int, int>{static_cast<int>(leadingNumber(range.substr(0, cut))),
-                               static_cast<int>(leadingNumber(range.substr(cut + 1)))};
+    return std::pair<int, int>{static_cast<int>(optionNumber(range.substr(0, cut))),
+                               static_cast<int>(optionNumber(range.substr(cut + 1)))};
 }
 
 }  // namespace tav

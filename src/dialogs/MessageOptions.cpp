@@ -37,12 +37,12 @@ std::optional<int> asInt(std::optional<double> d) {
 
 int intAt(const std::vector<std::string>& v, size_t i, int fallback) {
     if (i >= v.size() || trimBlanks(v[i]).empty()) return fallback;
-    return static_cast<int>(std::lround(leadingNumber(v[i])));
+    return static_cast<int>(std::lround(optionNumber(v[i])));
 }
 
 }  // namespace
 
-double leadingNumber(std::string_view text) { return numberAtStart(text).value_or(0); }
+double optionNumber(std::string_view text) { return numberAtStart(text).value_or(0); }
 
 bool isNumericText(std::string_view text) {
     std::string_view t = trimBlanks(text);
@@ -72,7 +72,7 @@ MessageOptions MessageOptions::parse(std::string_view options) {
         OptionItem item;
         if (isNumericText(element)) {
             item.isNumber = true;
-            item.number = static_cast<long>(leadingNumber(element));
+            item.number = static_cast<long>(optionNumber(element));
             out.flags_ |= item.number;
             out.items_.push_back(std::move(item));
             continue;
@@ -127,7 +127,7 @@ std::string MessageOptions::value(std::string_view name, std::string_view fallba
 std::optional<double> MessageOptions::number(std::string_view name) const {
     const OptionItem* item = find(name);
     if (!item || item->values.empty() || trimBlanks(item->values.front()).empty()) return std::nullopt;
-    return leadingNumber(item->values.front());
+    return optionNumber(item->values.front());
 }
 
 std::vector<int> MessageOptions::numberList(std::string_view name) const {
@@ -135,7 +135,7 @@ std::vector<int> MessageOptions::numberList(std::string_view name) const {
     const OptionItem* item = find(name);
     if (!item) return out;
     for (const auto& v : item->values)
-        if (!trimBlanks(v).empty()) out.push_back(static_cast<int>(std::lround(leadingNumber(v))));
+        if (!trimBlanks(v).empty()) out.push_back(static_cast<int>(std::lround(optionNumber(v))));
     return out;
 }
 

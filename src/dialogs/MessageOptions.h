@@ -51,7 +51,7 @@ struct BoxPosition {
 
 // A number the way the option values are read: leading blanks, an optional
 // sign, digits and a decimal part; anything behind is ignored; none gives 0.
-double leadingNumber(std::string_view text);
+double optionNumber(std::string_view text);
 
 // True when the whole text (blanks aside) is a decimal number.
 bool isNumericText(std::string_view text);

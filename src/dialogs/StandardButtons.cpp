@@ -18,7 +18,7 @@ ButtonSet standardButtons(std::string_view buttons) {
         return set;
     }
     set.standard = true;
-    long n = t.empty() ? 0 : std::lround(leadingNumber(t));
+    long n = t.empty() ? 0 : std::lround(optionNumber(t));
     switch (n) {
     case 1:
         set.captions = {"&OK", "&Cancel"};
@@ -55,7 +55,7 @@ ButtonSet standardButtons(std::string_view buttons) {
 ButtonSet resolveButtons(const MessageRequest& request) {
     ButtonSet set = standardButtons(request.buttons);
     MessageOptions options = isNumericText(request.options)
-                                 ? MessageOptions::parse(std::lround(leadingNumber(request.options)))
+                                 ? MessageOptions::parse(std::lround(optionNumber(request.options)))
                                  : MessageOptions::parse(request.options);
     const int count = static_cast<int>(set.captions.size());
     if (auto esc = options.escButton()) set.escButton = *esc;
