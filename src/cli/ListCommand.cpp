@@ -259,6 +259,7 @@ int runList(const CommandContext& ctx) {
     }
     if (a.errors)
         for (const FileErrorLine& e : table.errors()) ctx.err << e.text << '\n';
+    if (!table.totals().message.empty()) ctx.err << "tavelo list:" << table.totals().message << '\n';
     return 0;
 }
 

@@ -82,17 +82,23 @@ public:
         }
         if (entries.size() == 1) baseDir_ = entries.front().directory;
         bool ranToEnd = true;
-        try {
-            for (const ListEntry& entry : entries) {
-                if (!listOneEntry(entry)) totals_.complete = false;
-                if (stopped_ || job_.stopRequested()) {
-                    ranToEnd = false;
-                    break;
-                }
+        for (std::size_t i = 0; i < entries.size(); ++i) {
+            bool walked = false;
+            try {
+                walked = listOneEntry(entries[i]);
+            } catch (const AppError& e) {
+                if (!e.isUserStop()) throw;
+                stopped_ = true;
             }
-        } catch (const AppError& e) {
-            if (!e.isUserStop()) throw;
-            ranToEnd = false;
+            if (!walked) noteIncomplete(entries[i]);
+            if (stopped_ || job_.stopRequested()) {
+                totals_.message += "Interrupted at: " + std::to_string(totals_.filesListed) + ". ";
+                if (entries.size() > 1)
+                    totals_.message += " Dir " + std::to_string(i + 1) + "/" + std::to_string(entries.size()) + ". ";
+                totals_.message += " Interrupted using Stop button.";
+                ranToEnd = false;
+                break;
+            }
         }
         if (!ranToEnd) totals_.complete = false;
         finish();
@@ -106,7 +112,30 @@ private:
         sink_.finish(totals_);
     }
 
+    // The entry as the caption and the listed texts show it.
+    static std::string describe(const ListEntry& entry) {
+        std::string text = entry.directory;
+        if (!text.empty() && text[0] >= 'a' && text[0] <= 'z') text[0] = static_cast<char>(text[0] - 'a' + 'A');
+        std::string type = entry.type;
+        lowerInPlace(type);
+        text += type;
+        if (entry.subdirs) text += " <+>";
+        return text;
+    }
+
+    void noteIncomplete(const ListEntry& entry) {
+        totals_.complete = false;
+        if (totals_.caption.rfind("Incomplete ", 0) != 0) totals_.caption = "Incomplete " + totals_.caption;
+        totals_.message += " Incomplete List of Files/Subdirectories for directory: " + entry.text + ".";
+        if (!totals_.entries.empty()) totals_.entries.back() += " (incomplete)";
+    }
+
     bool listOneEntry(const ListEntry& entry) {
+        const std::string text = describe(entry);
+        if (!totals_.caption.empty()) totals_.caption += ", ";
+        totals_.caption += text;
+        totals_.entries.push_back(text);
+        (entry.type.find('*') != std::string::npos ? totals_.wildEntries : totals_.namedEntries).push_back(text);
         WalkOptions options;
         options.typeList = entry.type;
         options.subdirs = entry.subdirs;

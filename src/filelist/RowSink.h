@@ -30,6 +30,13 @@ struct ListTotals {
     std::int64_t filesExamined = 0;
     std::int64_t bytesListed = 0;
     bool complete = true;             // false: stopped, or a walk was cut short
+    // What was listed: the caption ("Incomplete " in front when a walk was
+    // cut short), every entry (" (incomplete)" after one that was cut),
+    // those with a wild card in their type and those that name files.
+    std::string caption;
+    std::vector<std::string> entries, wildEntries, namedEntries;
+    // The run's message for the status line; empty when all went well.
+    std::string message;
     // The key masks per grid column as they stand at the end; a numeric key
     // may have grown during the run, and rows made before have shorter keys.
     std::vector<std::string> keyMasks;

@@ -136,6 +136,26 @@ TEST(ListStop, AStopAfterNFilesKeepsTheRowsMadeSoFar) {
     EXPECT_FALSE(table.totals().complete);
     EXPECT_EQ(table.totals().filesListed, 5);
     EXPECT_TRUE(table.finished());
+    const std::string entry = dir.str() + "/";
+    EXPECT_EQ(table.totals().message, " Incomplete List of Files/Subdirectories for directory: {" + entry +
+                                          ".Interrupted at: 5.  Interrupted using Stop button.");
+    EXPECT_EQ(table.totals().caption, "Incomplete " + entry + "*");
+    EXPECT_EQ(table.totals().entries, std::vector<std::string>{entry + "* (incomplete)"});
+}
+
+TEST(ListStop, ARunToItsEndDescribesItsEntries) {
+    tavtest::TempDir dir;
+    dir.write("a/x.TXT", "x");
+    dir.write("b/y.htm", "x");
+    RowTable table;
+    JobContext job;
+    const std::string a = dir.str() + "/a/", b = dir.str() + "/b/";
+    EXPECT_TRUE(FindAndListFiles(specFor("{" + a + "*.TXT}|{" + b + " <htm+>}", {1}), job, table));
+    EXPECT_EQ(table.totals().caption, a + "*.txt, " + b + "htm <+>");
+    EXPECT_EQ(table.totals().wildEntries, std::vector<std::string>{a + "*.txt"});
+    EXPECT_EQ(table.totals().namedEntries, std::vector<std::string>{b + "htm <+>"});
+    EXPECT_EQ(table.totals().message, "");
+    EXPECT_TRUE(table.totals().complete);
 }
 
 TEST(ListStop, ASinkThatWantsNoMoreEndsTheRun) {
