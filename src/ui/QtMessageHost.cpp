@@ -1,41 +1,86 @@
 #include "ui/QtMessageHost.h"
 
-#include <QAbstractButton>
-#include <QMessageBox>
-#include <QPushButton>
+#include <QApplication>
+#include <QThread>
+#include <atomic>
+#include <future>
+#include <memory>
 
-#include "dialogs/MessageOptions.h"
-#include "dialogs/MessageText.h"
+#include "dialogs/MessageBoxState.h"
 #include "dialogs/StandardButtons.h"
+#include "ui/MessageBoxDialog.h"
 
 namespace tav::ui {
 
-int QtMessageHost::show(MessageRequest& request) {
-    ButtonSet buttons = resolveButtons(request);
-    QMessageBox box(parent_);
-    box.setWindowTitle(QString::fromStdString(resolveTitle(request.title, "Tavelo", "Tavelo")));
-    box.setText(QString::fromStdString(messagePlainText(request.message)));
-    box.setTextFormat(Qt::PlainText);
-    MessageOptions options = MessageOptions::parse(request.options);
-    switch (options.icon()) {
-        case MessageIcon::Critical: box.setIcon(QMessageBox::Critical); break;
-        case MessageIcon::Question: box.setIcon(QMessageBox::Question); break;
-        case MessageIcon::Exclamation: box.setIcon(QMessageBox::Warning); break;
-        case MessageIcon::Information: box.setIcon(QMessageBox::Information); break;
-        case MessageIcon::None: break;
+namespace {
+
+// The answer a worker waits for. Fulfilled once: by the box's finished, or
+// with no answer when the last holder on the UI side lets go unanswered.
+class PendingAnswer {
+public:
+    explicit PendingAnswer(std::promise<int> promise) : promise_(std::move(promise)) {}
+    ~PendingAnswer() { set(QtMessageHost::kNoAnswer); }
+    PendingAnswer(const PendingAnswer&) = delete;
+    PendingAnswer& operator=(const PendingAnswer&) = delete;
+    void set(int answer) {
+        if (!done_.exchange(true)) promise_.set_value(answer);
     }
-    std::vector<QPushButton*> made;
-    for (const std::string& caption : buttons.captions)
-        made.push_back(box.addButton(QString::fromStdString(caption), QMessageBox::ActionRole));
-    if (buttons.defaultButton >= 1 && buttons.defaultButton <= static_cast<int>(made.size()))
-        box.setDefaultButton(made[buttons.defaultButton - 1]);
-    if (buttons.escButton >= 1 && buttons.escButton <= static_cast<int>(made.size()))
-        box.setEscapeButton(made[buttons.escButton - 1]);
+
+private:
+    std::promise<int> promise_;
+    std::atomic<bool> done_{false};
+};
+
+QString mainCaption(QWidget* parent) {
+    if (parent) return parent->window()->windowTitle();
+    return QApplication::applicationName();
+}
+
+}  // namespace
+
+int QtMessageHost::showOnUiThread(MessageRequest& request) {
+    QWidget* parent = parent_.data();
+    MessageBoxDialog box(request, QApplication::applicationName(), mainCaption(parent), parent);
     box.exec();
-    QAbstractButton* clicked = box.clickedButton();
-    for (size_t i = 0; i < made.size(); ++i)
-        if (made[i] == clicked) return static_cast<int>(i + 1);
-    return buttons.escButton > 0 ? buttons.escButton : buttons.defaultButton;
+    return box.answer();
+}
+
+int QtMessageHost::show(MessageRequest& request) {
+    QCoreApplication* app = QCoreApplication::instance();
+    const ButtonSet buttons = resolveButtons(request);
+    int answer = kNoAnswer;
+    if (!app) {
+        answer = kNoAnswer;
+    } else if (QThread::currentThread() == app->thread()) {
+        answer = showOnUiThread(request);
+    } else {
+        std::promise<int> promise;
+        std::future<int> future = promise.get_future();
+        auto pending = std::make_shared<PendingAnswer>(std::move(promise));
+        QPointer<QWidget> parent = parent_;
+        MessageRequest* asked = &request;
+        QMetaObject::invokeMethod(
+            app,
+            [pending, parent, asked]() mutable {
+                auto* box = new MessageBoxDialog(*asked, QApplication::applicationName(),
+                                                 mainCaption(parent.data()), parent.data());
+                QObject::connect(box, &QDialog::finished, box, [pending, box](int) {
+                    pending->set(box->answer());
+                    box->deleteLater();
+                });
+                // Destroyed unanswered (its parent went away): the worker gets no answer.
+                QObject::connect(box, &QObject::destroyed, [pending] { pending->set(kNoAnswer); });
+                pending.reset();
+                box->open();
+            },
+            Qt::QueuedConnection);
+        pending.reset();
+        answer = future.get();
+    }
+    applyButtonCodes(buttons, mbState());
+    if (request.values.empty()) request.values.emplace_back();
+    mbState().lastKeyData = request.values[0];
+    return answer;
 }
 
 }  // namespace tav::ui

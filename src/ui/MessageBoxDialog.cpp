@@ -1,0 +1,841 @@
+#include "ui/MessageBoxDialog.h"
+
+#include <QAbstractSpinBox>
+#include <QApplication>
+#include <QCheckBox>
+#include <QCloseEvent>
+#include <QComboBox>
+#include <QFrame>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QScreen>
+#include <QStyle>
+#include <QTextEdit>
+#include <algorithm>
+#include <cmath>
+
+#include "core/ListText.h"
+#include "dialogs/MessageText.h"
+
+namespace tav::ui {
+
+namespace {
+
+// Measures of the layout, in twips of an eight point font.
+constexpr int kControlGap = 60;
+constexpr int kMinRowHeight = 285;
+constexpr int kMargin = 120;
+constexpr int kButtonExtra = 180;
+constexpr int kButtonWidthRef = 600;
+constexpr int kRightMargin = 240;
+constexpr int kDesignedWidth = 2400;  // TextBox, ListBox, ComboBox without a width
+constexpr int kListRows = 6;          // rows a ListBox shows without a height
+
+QString qs(const std::string& s) { return QString::fromStdString(s); }
+
+QColor colourOf(long bgr) {
+    return QColor(static_cast<int>(bgr & 0xff), static_cast<int>((bgr >> 8) & 0xff),
+                  static_cast<int>((bgr >> 16) & 0xff));
+}
+
+bool isTextInput(const QWidget* w) {
+    return qobject_cast<const QLineEdit*>(w) || qobject_cast<const QPlainTextEdit*>(w) ||
+           qobject_cast<const QTextEdit*>(w) || qobject_cast<const QAbstractSpinBox*>(w);
+}
+
+bool isLoneModifier(int key) {
+    return key == Qt::Key_Shift || key == Qt::Key_Control || key == Qt::Key_Alt || key == Qt::Key_Meta ||
+           key == Qt::Key_AltGr || key == Qt::Key_CapsLock || key == Qt::Key_NumLock;
+}
+
+// A control's font: fields 3 to 6 over the box's font. A font that cannot
+// be had leaves the box's font.
+QFont controlFont(const ControlSpec& spec, QFont base) {
+    if (spec.bold()) base.setBold(true);
+    if (spec.italic()) base.setItalic(true);
+    if (auto size = spec.fontSize()) base.setPointSize(*size);
+    if (!spec.fontName().empty()) base.setFamily(qs(spec.fontName()));
+    return base;
+}
+
+// The width a spec gives, scaled up for a large font.
+std::optional<double> givenWidth(const ControlSpec& spec) {
+    auto w = spec.width();
+    if (!w) return std::nullopt;
+    double width = *w;
+    if (auto size = spec.fontSize(); size && *size / 8.0 > 1.2) width = width * *size / 8.0;
+    return width;
+}
+
+}  // namespace
+
+int messageBoxKeyCode(int qtKey) {
+    if ((qtKey >= Qt::Key_A && qtKey <= Qt::Key_Z) || (qtKey >= Qt::Key_0 && qtKey <= Qt::Key_9)) return qtKey;
+    if (qtKey >= Qt::Key_F1 && qtKey <= Qt::Key_F24) return 112 + (qtKey - Qt::Key_F1);
+    switch (qtKey) {
+    case Qt::Key_Backspace: return 8;
+    case Qt::Key_Tab: case Qt::Key_Backtab: return 9;
+    case Qt::Key_Return: case Qt::Key_Enter: return 13;
+    case Qt::Key_Shift: return 16;
+    case Qt::Key_Control: return 17;
+    case Qt::Key_Alt: return 18;
+    case Qt::Key_Pause: return 19;
+    case Qt::Key_CapsLock: return 20;
+    case Qt::Key_Escape: return 27;
+    case Qt::Key_Space: return 32;
+    case Qt::Key_PageUp: return 33;
+    case Qt::Key_PageDown: return 34;
+    case Qt::Key_End: return 35;
+    case Qt::Key_Home: return 36;
+    case Qt::Key_Left: return 37;
+    case Qt::Key_Up: return 38;
+    case Qt::Key_Right: return 39;
+    case Qt::Key_Down: return 40;
+    case Qt::Key_Insert: return 45;
+    case Qt::Key_Delete: return 46;
+    case Qt::Key_Plus: return 187;
+    case Qt::Key_Comma: return 188;
+    case Qt::Key_Minus: return 189;
+    case Qt::Key_Period: return 190;
+    default: break;
+    }
+    return qtKey > 0 && qtKey < 256 ? qtKey : 0;
+}
+
+int messageBoxShiftMask(Qt::KeyboardModifiers modifiers) {
+    int mask = 0;
+    if (modifiers & Qt::ShiftModifier) mask |= 1;
+    if (modifiers & Qt::ControlModifier) mask |= 2;
+    if (modifiers & Qt::AltModifier) mask |= 4;
+    return mask;
+}
+
+QString messageRichText(const std::string& message) {
+    QString text = qs(message);
+    QString out = "<span style=\"white-space:pre-wrap\">";
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        QChar c = text[i];
+        if (text.mid(i, 6) == "#H160#") {
+            i += 6;
+            if (i >= text.size()) break;
+            qsizetype n = text[i].isHighSurrogate() && i + 1 < text.size() ? 2 : 1;
+            out += "<u>" + text.mid(i, n).toHtmlEscaped() + "</u>";
+            i += n - 1;
+        } else if (c == '\r') {
+            if (i + 1 < text.size() && text[i + 1] == '\n') ++i;
+            out += "<br>";
+        } else if (c == '\n') {
+            out += "<br>";
+        } else {
+            out += QString(c).toHtmlEscaped();
+        }
+    }
+    return out + "</span>";
+}
+
+MessageBoxDialog::MessageBoxDialog(MessageRequest& request, const QString& appTitle, const QString& mainCaption,
+                                   QWidget* parent)
+    : QDialog(parent), request_(request) {
+    setObjectName("Msgbxform");
+    options_ = isNumericText(request.options) ? MessageOptions::parse(std::lround(optionNumber(request.options)))
+                                              : MessageOptions::parse(request.options);
+    set_ = resolveButtons(request);
+    size_t n = std::max({request.ctlSpecs.size(), size_t{1}});
+    if (request.values.size() < n) request.values.resize(n);
+    if (request.lists.size() < n) request.lists.resize(n);
+    setWindowTitle(qs(resolveTitle(request.title, appTitle.toStdString(), mainCaption.toStdString())));
+    build();
+    layoutBox();
+    setInitialFocus();
+    for (QWidget* w : findChildren<QWidget*>()) w->installEventFilter(this);
+}
+
+int MessageBoxDialog::px(double twips) const {
+    QFontInfo info(font());
+    double points = info.pointSizeF() > 0 ? info.pointSizeF() : 8.0;
+    double dpi = logicalDpiY() > 0 ? logicalDpiY() : 96;
+    return static_cast<int>(std::lround(twips / 1440.0 * dpi * points / 8.0));
+}
+
+QPushButton* MessageBoxDialog::button(int number) const {
+    if (number < 1 || number > static_cast<int>(buttons_.size())) return nullptr;
+    return buttons_[static_cast<size_t>(number - 1)];
+}
+
+QWidget* MessageBoxDialog::control(int index) const {
+    for (const Control& c : controls_)
+        if (c.index == index) return c.widget;
+    return nullptr;
+}
+
+void MessageBoxDialog::build() {
+    if (auto back = options_.backColor()) {
+        QPalette p = palette();
+        p.setColor(QPalette::Window, colourOf(*back));
+        setPalette(p);
+        setAutoFillBackground(true);
+    }
+    if (auto fore = options_.foreColor()) {
+        QPalette p = palette();
+        p.setColor(QPalette::WindowText, colourOf(*fore));
+        setPalette(p);
+    }
+
+    icon_ = new QLabel(this);
+    icon_->setObjectName("fIcon");
+    QStyle::StandardPixmap pixmap = QStyle::SP_CustomBase;
+    switch (options_.icon()) {
+    case MessageIcon::Critical: pixmap = QStyle::SP_MessageBoxCritical; break;
+    case MessageIcon::Question: pixmap = QStyle::SP_MessageBoxQuestion; break;
+    case MessageIcon::Exclamation: pixmap = QStyle::SP_MessageBoxWarning; break;
+    case MessageIcon::Information: pixmap = QStyle::SP_MessageBoxInformation; break;
+    case MessageIcon::None: break;
+    }
+    if (options_.iconFromForm() && parentWidget() && !parentWidget()->window()->windowIcon().isNull()) {
+        icon_->setPixmap(parentWidget()->window()->windowIcon().pixmap(32, 32));
+    } else if (pixmap != QStyle::SP_CustomBase) {
+        int side = style()->pixelMetric(QStyle::PM_MessageBoxIconSize, nullptr, this);
+        icon_->setPixmap(style()->standardIcon(pixmap, nullptr, this).pixmap(side, side));
+    } else {
+        icon_->hide();
+    }
+    if (!icon_->pixmap().isNull()) icon_->resize(icon_->pixmap().deviceIndependentSize().toSize());
+
+    message_ = new QLabel(this);
+    message_->setObjectName("fMsg");
+    message_->setWordWrap(true);
+    message_->setTextFormat(Qt::RichText);
+    message_->setTextInteractionFlags(Qt::NoTextInteraction);
+    message_->setText(messageRichText(request_.message));
+    QFont msgFont = font();
+    if (options_.textBold()) msgFont.setBold(true);
+    if (auto size = options_.textSize(); size && *size > 0) msgFont.setPointSize(*size);
+    if (!options_.textFont().empty()) msgFont.setFamily(qs(options_.textFont()));
+    message_->setFont(msgFont);
+    textGiven_ = !request_.message.empty();
+    if (!textGiven_) message_->hide();
+
+    const auto bold = options_.boldButtons();
+    const auto italic = options_.italicButtons();
+    const auto underlined = options_.underlinedButtons();
+    for (size_t i = 0; i < set_.captions.size(); ++i) {
+        const int number = static_cast<int>(i) + 1;
+        auto* b = new QPushButton(qs(set_.captions[i]), this);
+        b->setObjectName(QString("fButton(%1)").arg(number));
+        b->setAutoDefault(false);
+        QFont f = font();
+        auto in = [number](const std::vector<int>& list) {
+            return std::find(list.begin(), list.end(), number) != list.end();
+        };
+        if (in(bold)) f.setBold(true);
+        if (in(italic)) f.setItalic(true);
+        if (in(underlined)) f.setUnderline(true);
+        b->setFont(f);
+        if (number == set_.defaultButton) b->setDefault(true);
+        connect(b, &QPushButton::clicked, this, [this, number] { pressButton(number); });
+        buttons_.push_back(b);
+    }
+
+    for (size_t i = 1; i < request_.ctlSpecs.size(); ++i) {
+        Control c;
+        c.spec = parseControlSpec(request_.ctlSpecs[i]);
+        c.index = static_cast<int>(i);
+        c.widget = makeControl(c);
+        controls_.push_back(c);
+    }
+}
+
+QWidget* MessageBoxDialog::makeControl(Control& c) {
+    const ControlSpec& spec = c.spec;
+    const std::string& value = request_.values[static_cast<size_t>(c.index)];
+    const std::vector<std::string>& list = request_.lists[static_cast<size_t>(c.index)];
+    const QString name = QString("(%1)").arg(c.index);
+    QWidget* w = nullptr;
+    switch (spec.kind) {
+    case ControlKind::TextBox: {
+        if (spec.multiLine()) {
+            auto* edit = new QPlainTextEdit(this);
+            edit->setObjectName("fTextBoxM" + name);
+            edit->setPlainText(qs(value));
+            edit->setTabChangesFocus(true);
+            QTextCursor cursor = edit->textCursor();
+            if (spec.selectAll()) {
+                cursor.select(QTextCursor::Document);
+            } else if (auto start = spec.selStart()) {
+                cursor.setPosition(std::clamp(*start, 0, static_cast<int>(edit->toPlainText().size())));
+                if (auto len = spec.selLength())
+                    cursor.setPosition(std::clamp(*start + *len, 0, static_cast<int>(edit->toPlainText().size())),
+                                       QTextCursor::KeepAnchor);
+            }
+            edit->setTextCursor(cursor);
+            w = edit;
+        } else {
+            auto* edit = new QLineEdit(qs(value), this);
+            edit->setObjectName("fTextBox" + name);
+            if (spec.selectAll()) {
+                edit->selectAll();
+            } else if (auto start = spec.selStart()) {
+                edit->setSelection(std::clamp(*start, 0, static_cast<int>(edit->text().size())),
+                                   spec.selLength().value_or(0));
+            } else {
+                edit->setCursorPosition(0);
+            }
+            w = edit;
+        }
+        if (auto border = spec.borderStyle(); border && *border == 0) {
+            if (auto* frame = qobject_cast<QFrame*>(w)) frame->setFrameShape(QFrame::NoFrame);
+            if (auto* line = qobject_cast<QLineEdit*>(w)) line->setFrame(false);
+        }
+        w->setEnabled(spec.enabled());
+        break;
+    }
+    case ControlKind::Label: {
+        auto* label = new QLabel(this);
+        label->setObjectName("fLabel" + name);
+        label->setTextFormat(Qt::RichText);
+        label->setWordWrap(true);
+        label->setText(messageRichText(value));
+        if (auto border = spec.borderStyle(); border && *border == 1) label->setFrameShape(QFrame::Box);
+        c.label = label;
+        w = label;
+        break;
+    }
+    case ControlKind::CheckBox: {
+        auto* box = new QCheckBox(qs(spec.caption), this);
+        box->setObjectName("fCheck" + name);
+        box->setChecked(textIsTrue(value));
+        box->setEnabled(spec.enabled());
+        w = box;
+        break;
+    }
+    case ControlKind::OptionButton: {
+        auto* option = new QRadioButton(qs(spec.caption), this);
+        option->setObjectName("fOption" + name);
+        option->setChecked(textIsTrue(value));
+        option->setEnabled(spec.enabled());
+        w = option;
+        break;
+    }
+    case ControlKind::ListBox: {
+        auto* lb = new QListWidget(this);
+        const int multi = spec.multiSelect();
+        lb->setObjectName((multi ? QString("fLBMulti%1").arg(multi) : QString("fListBox")) + name);
+        lb->setSelectionMode(multi == 0   ? QAbstractItemView::SingleSelection
+                             : multi == 1 ? QAbstractItemView::MultiSelection
+                                          : QAbstractItemView::ExtendedSelection);
+        size_t rows = list.size() > 1 ? list.size() - 1 : 0;
+        if (spec.rowsToFill() > 0) rows = std::min(rows, static_cast<size_t>(spec.rowsToFill()));
+        for (size_t r = 1; r <= rows; ++r) lb->addItem(qs(list[r]));
+        const std::string initial = list.empty() ? std::string() : list[0];
+        bool first = true;
+        for (const std::string& item : splitItems(initial)) {
+            if (!isNumericText(item)) continue;
+            int row = static_cast<int>(std::lround(optionNumber(item)));
+            if (row < 0 || row >= lb->count()) continue;
+            if (first) lb->setCurrentRow(row, QItemSelectionModel::NoUpdate);
+            lb->item(row)->setSelected(true);
+            first = false;
+            if (multi == 0) break;
+        }
+        w = lb;
+        break;
+    }
+    case ControlKind::ComboBox: {
+        auto* cb = new QComboBox(this);
+        cb->setObjectName((spec.comboStyle() == 0 ? QString("fComboBoxstyle0") : QString("fComboBox")) + name);
+        cb->setEditable(spec.comboStyle() == 0);
+        if (cb->isEditable()) cb->setInsertPolicy(QComboBox::NoInsert);
+        size_t rows = list.size() > 1 ? list.size() - 1 : 0;
+        if (spec.rowsToFill() > 0) rows = std::min(rows, static_cast<size_t>(spec.rowsToFill()));
+        for (size_t r = 1; r <= rows; ++r) cb->addItem(qs(list[r]));
+        const std::string initial = list.empty() ? std::string() : list[0];
+        if (initial.starts_with("CBtxt")) {
+            QString text = qs(initial.substr(5));
+            int found = cb->findText(text, Qt::MatchExactly);
+            cb->setCurrentIndex(found);
+            if (cb->isEditable()) cb->setEditText(text);
+        } else if (isNumericText(initial)) {
+            int row = static_cast<int>(std::lround(optionNumber(initial)));
+            cb->setCurrentIndex(row >= 0 && row < cb->count() ? row : -1);
+        } else {
+            cb->setCurrentIndex(-1);
+        }
+        w = cb;
+        break;
+    }
+    case ControlKind::CommandButton: {
+        auto* b = new QPushButton(qs(value), this);
+        b->setObjectName("fButton" + name);
+        b->setAutoDefault(false);
+        const int number = c.index;
+        connect(b, &QPushButton::clicked, this, [this, number] { pressButton(number); });
+        w = b;
+        break;
+    }
+    case ControlKind::Shape: {
+        auto* line = new QFrame(this);
+        line->setObjectName("fShape" + name);
+        line->setFrameShape(QFrame::HLine);
+        line->setFrameShadow(QFrame::Sunken);
+        w = line;
+        break;
+    }
+    case ControlKind::Grid:
+    case ControlKind::JustAddHeight:
+    case ControlKind::AddButtonsBeforeRest:
+    case ControlKind::Unknown:
+        return nullptr;
+    }
+    QFont f = controlFont(spec, w->font());
+    if (f != w->font()) w->setFont(f);
+    return w;
+}
+
+void MessageBoxDialog::layoutBox() {
+    const QScreen* screen = parentWidget() ? parentWidget()->screen() : QGuiApplication::primaryScreen();
+    const int screenWidth = screen ? screen->availableGeometry().width() : 1024;
+    const int margin = px(kMargin);
+    const int gap = px(kControlGap);
+    const bool hasControls = std::any_of(controls_.begin(), controls_.end(), [](const Control& c) {
+        return c.widget != nullptr;
+    });
+    const ButtonGaps gaps = options_.buttonGaps(hasControls);
+
+    // Button width: the widest caption in its own font, plus the extra.
+    int buttonWidth = px(kButtonWidthRef);
+    int buttonHeight = px(kMinRowHeight);
+    auto measureButton = [&](QPushButton* b) {
+        QFontMetrics fm(b->font());
+        buttonWidth = std::max(buttonWidth, fm.horizontalAdvance(b->text().remove('&')) + px(kButtonExtra));
+        buttonHeight = std::max(buttonHeight, b->sizeHint().height());
+    };
+    for (QPushButton* b : buttons_) measureButton(b);
+    for (const Control& c : controls_)
+        if (c.spec.kind == ControlKind::CommandButton && c.widget) measureButton(static_cast<QPushButton*>(c.widget));
+
+    const bool iconShown = !icon_->isHidden();
+    const int iconW = iconShown ? icon_->width() : 0;
+    const int iconH = iconShown ? icon_->height() : 0;
+    const int msgLeft = margin + (iconShown ? iconW + gap : 0);
+
+    // Box width.
+    const int limit = screenWidth * 2 / 3;
+    int width = 0;
+    if (auto fixed = options_.fixedWidth(); fixed && *fixed > 0) {
+        width = px(*fixed);
+    } else {
+        QFontMetrics fm(message_->font());
+        int textWidth = 0;
+        int longestWord = 0;
+        for (const QString& line : qs(messagePlainText(request_.message)).split('\n')) {
+            textWidth = std::max(textWidth, fm.horizontalAdvance(line));
+            for (const QString& word : line.split(' ', Qt::SkipEmptyParts))
+                longestWord = std::max(longestWord, fm.horizontalAdvance(word));
+        }
+        int content = textGiven_ ? msgLeft + textWidth + margin + 2 : 0;
+        const int perLine = std::min<int>(static_cast<int>(buttons_.size()), options_.maxButtonsPerLine());
+        if (perLine > 0)
+            content = std::max(content, 2 * margin + perLine * buttonWidth + (perLine - 1) * px(gaps.between));
+        const int ctlLeft = options_.controlsUnderMessage() ? margin : msgLeft;
+        int rowWidth = 0;
+        for (const Control& c : controls_) {
+            if (!c.widget) continue;
+            if (!c.spec.sharesRow) rowWidth = 0; else rowWidth += gap;
+            int w = 0;
+            if (auto given = givenWidth(c.spec)) w = px(*given);
+            else if (c.spec.kind == ControlKind::TextBox || c.spec.kind == ControlKind::ListBox ||
+                     c.spec.kind == ControlKind::ComboBox) w = px(kDesignedWidth);
+            else if (c.spec.kind == ControlKind::CommandButton) w = buttonWidth;
+            else if (c.spec.kind != ControlKind::Shape) w = std::min(c.widget->sizeHint().width(), limit);
+            rowWidth += w;
+            content = std::max(content, ctlLeft + rowWidth + px(kRightMargin));
+        }
+        width = std::min(content, limit);
+        if (auto minWidth = options_.defaultAndMinWidth(); minWidth && *minWidth > 0)
+            width = std::max(width, px(*minWidth));
+        if (textGiven_) width = std::max(width, std::min(msgLeft + longestWord + margin, screenWidth));
+        width = std::max(width, 2 * margin + buttonWidth);
+    }
+    width = std::min(width, screenWidth);
+
+    // Icon and message.
+    int bottom = margin;
+    if (iconShown) {
+        icon_->move(margin, margin);
+        bottom = std::max(bottom, margin + iconH);
+    }
+    int msgBottom = margin;
+    if (textGiven_) {
+        const int msgWidth = std::max(1, width - msgLeft - margin);
+        message_->setGeometry(msgLeft, margin, msgWidth, message_->heightForWidth(msgWidth));
+        msgBottom = margin + message_->height();
+        bottom = std::max(bottom, msgBottom);
+    }
+    const int iconBottom = iconShown ? margin + iconH : margin;
+
+    // Controls, in list order, row by row.
+    // Under the taller of icon and message; beside the icon when there is no
+    // message, unless the controls go under it.
+    const int ctlLeft = options_.controlsUnderMessage() ? margin : msgLeft;
+    int top = textGiven_ || (iconShown && options_.controlsUnderMessage()) ? bottom + gap : margin;
+    const int ctlTop = top;
+    const int usableRight = width - px(kRightMargin);
+    bool buttonsPlaced = false;
+    int buttonsBottom = 0;
+    int controlsBottom = 0;
+    for (size_t i = 0; i < controls_.size();) {
+        const Control& head = controls_[i];
+        if (head.spec.kind == ControlKind::JustAddHeight) {
+            top += (head.spec.addHeight() ? px(*head.spec.addHeight()) : px(gaps.lines)) - gap;
+            ++i;
+            continue;
+        }
+        if (head.spec.kind == ControlKind::AddButtonsBeforeRest) {
+            if (!options_.buttonsAtBottom() && !buttonsPlaced) {
+                buttonsBottom = placeButtons(top - gap + px(gaps.above), margin, width - 2 * margin);
+                buttonsPlaced = true;
+                top = buttonsBottom + gap;
+            }
+            ++i;
+            continue;
+        }
+        // The row: this control and the ones behind it that share it.
+        size_t end = i + 1;
+        while (end < controls_.size() && controls_[end].spec.sharesRow &&
+               controls_[end].spec.kind != ControlKind::JustAddHeight &&
+               controls_[end].spec.kind != ControlKind::AddButtonsBeforeRest)
+            ++end;
+        std::vector<const Control*> row;
+        for (size_t k = i; k < end; ++k)
+            if (controls_[k].widget) row.push_back(&controls_[k]);
+        i = end;
+        if (row.empty()) continue;
+
+        const int available = std::max(1, usableRight - ctlLeft);
+        std::vector<int> widths(row.size(), -1);
+        int taken = 0;
+        int open = 0;
+        for (size_t k = 0; k < row.size(); ++k) {
+            const Control& c = *row[k];
+            if (auto given = givenWidth(c.spec)) widths[k] = std::min(px(*given), available);
+            else if (c.spec.kind == ControlKind::CommandButton) widths[k] = buttonWidth;
+            else if (c.spec.kind == ControlKind::Shape) widths[k] = row.size() == 1 ? available : -1;
+            else if (c.spec.kind == ControlKind::Label || c.spec.kind == ControlKind::CheckBox ||
+                     c.spec.kind == ControlKind::OptionButton) {
+                int hint = c.widget->sizeHint().width();
+                if (c.label) {
+                    c.label->setWordWrap(false);
+                    hint = c.label->sizeHint().width();
+                    c.label->setWordWrap(true);
+                }
+                widths[k] = std::min(hint + 2, available);
+                if (row.size() == 1 && c.label) widths[k] = available;
+            } else if (row.size() == 1) {
+                widths[k] = std::min(px(kDesignedWidth), available);
+            }
+            if (widths[k] >= 0) taken += widths[k]; else ++open;
+        }
+        const int gapsWidth = gap * static_cast<int>(row.size() - 1);
+        const int share = open > 0 ? std::max(px(kMinRowHeight), (available - taken - gapsWidth) / open) : 0;
+        for (int& w : widths)
+            if (w < 0) w = share;
+
+        std::vector<int> heights(row.size());
+        int rowHeight = px(kMinRowHeight);
+        for (size_t k = 0; k < row.size(); ++k) {
+            const Control& c = *row[k];
+            int h = 0;
+            if (auto given = c.spec.height()) h = px(*given);
+            else if (c.label) h = c.label->heightForWidth(widths[k]);
+            else if (c.spec.kind == ControlKind::TextBox && c.spec.multiLine())
+                h = QFontMetrics(c.widget->font()).lineSpacing() * 4 + 2 * c.widget->style()->pixelMetric(QStyle::PM_DefaultFrameWidth) + 8;
+            else if (c.spec.kind == ControlKind::ListBox)
+                h = QFontMetrics(c.widget->font()).lineSpacing() * kListRows + 2 * c.widget->style()->pixelMetric(QStyle::PM_DefaultFrameWidth) + 4;
+            else if (c.spec.kind == ControlKind::CommandButton) h = buttonHeight;
+            else if (c.spec.kind == ControlKind::Shape) h = std::max(2, px(kMinRowHeight) * c.spec.intField(1).value_or(100) / 100);
+            else h = c.widget->sizeHint().height();
+            if (c.spec.kind == ControlKind::Shape) h = std::min(h, px(kMinRowHeight));
+            heights[k] = h;
+            rowHeight = std::max(rowHeight, h);
+        }
+        int x = ctlLeft;
+        for (size_t k = 0; k < row.size(); ++k) {
+            int y = top + (rowHeight - heights[k]) / 2;
+            row[k]->widget->setGeometry(x, y, widths[k], heights[k]);
+            x += widths[k] + gap;
+        }
+        controlsBottom = top + rowHeight;
+        top += rowHeight + gap;
+    }
+    bottom = std::max(bottom, controlsBottom);
+    if (buttonsPlaced) bottom = std::max(bottom, buttonsBottom);
+
+    // The button lines.
+    if (!buttonsPlaced && !buttons_.empty()) {
+        int firstTop = bottom + px(gaps.above);
+        int areaLeft = margin;
+        if (options_.buttonsNextToIcon() && controlsBottom == 0) firstTop = iconBottom + px(gaps.above);
+        if (options_.buttonsUnderTextOnly()) {
+            areaLeft = msgLeft;
+            firstTop = std::max(msgBottom, controlsBottom) + px(gaps.above);
+        }
+        buttonsBottom = placeButtons(firstTop, areaLeft, width - areaLeft - margin);
+        bottom = std::max(bottom, buttonsBottom);
+    }
+
+    int height = bottom + margin;
+    if (auto fixed = options_.fixedHeight(); fixed && fixed->height > 0) {
+        if (fixed->controlArea) height = height - std::max(0, controlsBottom - ctlTop) + px(fixed->height);
+        else height = px(fixed->height);
+    }
+    setFixedSize(width, height);
+
+    if (auto place = options_.topLeft()) {
+        const double dpi = logicalDpiY() > 0 ? logicalDpiY() : 96;
+        move(static_cast<int>(place->left / 1440.0 * dpi), static_cast<int>(place->top / 1440.0 * dpi));
+    }
+}
+
+int MessageBoxDialog::placeButtons(int top, int left, int areaWidth) {
+    const int count = static_cast<int>(buttons_.size());
+    if (count == 0) return top;
+    const ButtonGaps gaps = options_.buttonGaps(!controls_.empty());
+    const int between = px(gaps.between);
+    const int lineGap = px(gaps.lines);
+    int buttonWidth = 0;
+    int buttonHeight = 0;
+    for (QPushButton* b : buttons_) {
+        QFontMetrics fm(b->font());
+        buttonWidth = std::max(buttonWidth, fm.horizontalAdvance(b->text().remove('&')) + px(kButtonExtra));
+        buttonHeight = std::max(buttonHeight, b->sizeHint().height());
+    }
+    buttonWidth = std::max(buttonWidth, px(kButtonWidthRef));
+    buttonHeight = std::max(buttonHeight, px(kMinRowHeight));
+    int perLine = (areaWidth + between) / (buttonWidth + between);
+    perLine = std::max(1, std::min({perLine, count, options_.maxButtonsPerLine()}));
+    int y = top;
+    for (int first = 0; first < count; first += perLine) {
+        const int inLine = std::min(perLine, count - first);
+        const int lineWidth = inLine * buttonWidth + (inLine - 1) * between;
+        int x = std::max(left, left + (areaWidth - lineWidth) / 2);
+        for (int k = 0; k < inLine; ++k) {
+            buttons_[static_cast<size_t>(first + k)]->setGeometry(x, y, buttonWidth, buttonHeight);
+            buttons_[static_cast<size_t>(first + k)]->show();
+            x += buttonWidth + between;
+        }
+        y += buttonHeight + (first + perLine < count ? lineGap : 0);
+    }
+    return y;
+}
+
+void MessageBoxDialog::setInitialFocus() {
+    for (const Control& c : controls_) {
+        if (c.widget && c.spec.firstFocus() && c.widget->isEnabled()) {
+            c.widget->setFocus();
+            return;
+        }
+    }
+    if (set_.focusButton) {
+        if (QPushButton* b = button(*set_.focusButton)) {
+            b->setFocus();
+            return;
+        }
+    }
+    if (QPushButton* b = button(set_.defaultButton)) b->setFocus();
+}
+
+void MessageBoxDialog::pressButton(int number) {
+    if (answer_ != 0) return;
+    answer_ = number;
+    writeBack();
+    done(number);
+}
+
+void MessageBoxDialog::hideByKey() {
+    answer_ = -2;
+    writeBack();
+    done(-2);
+}
+
+std::string MessageBoxDialog::listValue(const Control& c) const {
+    if (auto* lb = qobject_cast<QListWidget*>(c.widget)) {
+        if (c.spec.multiSelect() == 0) {
+            const auto selected = lb->selectedItems();
+            return std::to_string(selected.isEmpty() ? -1 : lb->row(selected.front()));
+        }
+        std::vector<int> rows;
+        for (int r = 0; r < lb->count(); ++r)
+            if (lb->item(r)->isSelected()) rows.push_back(r);
+        if (rows.empty()) return "-1";
+        std::string out;
+        for (size_t k = 0; k < rows.size(); ++k) out += (k ? "|" : "") + std::to_string(rows[k]);
+        return out;
+    }
+    if (auto* cb = qobject_cast<QComboBox*>(c.widget)) {
+        int index = cb->currentIndex();
+        if (cb->isEditable() && cb->currentText() != cb->itemText(index)) index = cb->findText(cb->currentText());
+        return joinList({cb->currentText().toStdString(), std::to_string(index)});
+    }
+    return {};
+}
+
+void MessageBoxDialog::writeBack() {
+    request_.values[0] = keyData_;
+    for (const Control& c : controls_) {
+        if (!c.widget) continue;
+        auto& value = request_.values[static_cast<size_t>(c.index)];
+        auto& list = request_.lists[static_cast<size_t>(c.index)];
+        switch (c.spec.kind) {
+        case ControlKind::TextBox:
+            if (auto* line = qobject_cast<QLineEdit*>(c.widget)) value = line->text().toStdString();
+            else if (auto* edit = qobject_cast<QPlainTextEdit*>(c.widget)) value = edit->toPlainText().toStdString();
+            break;
+        case ControlKind::CheckBox:
+        case ControlKind::OptionButton:
+            value = static_cast<QAbstractButton*>(c.widget)->isChecked() ? "-1" : "0";
+            break;
+        case ControlKind::ListBox:
+        case ControlKind::ComboBox:
+            if (list.empty()) list.emplace_back();
+            list[0] = listValue(c);
+            break;
+        default:
+            break;
+        }
+    }
+}
+
+QString MessageBoxDialog::activeControlName() const {
+    for (QWidget* w = QApplication::focusWidget(); w && w != this; w = w->parentWidget())
+        if (!w->objectName().isEmpty() && w->objectName().startsWith('f')) return w->objectName();
+    return objectName();
+}
+
+bool MessageBoxDialog::handleKey(QKeyEvent* event) {
+    const int key = event->key();
+    const int code = messageBoxKeyCode(key);
+    const int shift = messageBoxShiftMask(event->modifiers());
+    keyData_ = std::to_string(code) + "|" + std::to_string(shift) + "|" + activeControlName().toStdString();
+    if (answer_ != 0) return false;
+
+    if (!isLoneModifier(key)) {
+        if (options_.anyKeyHides()) {
+            hideByKey();
+            return true;
+        }
+        for (const KeyHide& hide : options_.keyHides()) {
+            if (hide.keyCode == code && hide.shift == shift) {
+                hideByKey();
+                return true;
+            }
+        }
+    }
+
+    // Accelerators without Alt, unless typing goes into a text control.
+    if (event->modifiers() & (Qt::ControlModifier | Qt::MetaModifier)) return false;
+    if (!(event->modifiers() & Qt::AltModifier) && isTextInput(QApplication::focusWidget())) return false;
+    if (code < 32 || code > 96) return false;
+    return acceleratorKey(code);
+}
+
+bool MessageBoxDialog::acceleratorKey(int code) {
+    const char ch = static_cast<char>(std::tolower(code));
+    // A Label holding "[x": the focus goes to the next control.
+    for (size_t i = 0; i < controls_.size(); ++i) {
+        const Control& c = controls_[i];
+        if (c.spec.kind != ControlKind::Label) continue;
+        const std::string caption = messagePlainText(request_.values[static_cast<size_t>(c.index)]);
+        std::string lowered(caption);
+        std::transform(lowered.begin(), lowered.end(), lowered.begin(),
+                       [](unsigned char x) { return static_cast<char>(std::tolower(x)); });
+        if (lowered.find(std::string("[") + ch) == std::string::npos) continue;
+        for (size_t k = i + 1; k < controls_.size(); ++k) {
+            QWidget* w = controls_[k].widget;
+            if (w && w->isEnabled() && w->focusPolicy() != Qt::NoFocus) {
+                w->setFocus(Qt::ShortcutFocusReason);
+                return true;
+            }
+        }
+    }
+    for (size_t i = 0; i < buttons_.size(); ++i) {
+        if (acceleratorOf(set_.captions[i]) == ch && buttons_[i]->isEnabled()) {
+            pressButton(static_cast<int>(i) + 1);
+            return true;
+        }
+    }
+    for (const Control& c : controls_) {
+        if (!c.widget || !c.widget->isEnabled()) continue;
+        switch (c.spec.kind) {
+        case ControlKind::CommandButton:
+            if (acceleratorOf(request_.values[static_cast<size_t>(c.index)]) == ch) {
+                pressButton(c.index);
+                return true;
+            }
+            break;
+        case ControlKind::CheckBox:
+            if (acceleratorOf(c.spec.caption) == ch) {
+                auto* box = static_cast<QCheckBox*>(c.widget);
+                box->setChecked(!box->isChecked());
+                box->setFocus(Qt::ShortcutFocusReason);
+                return true;
+            }
+            break;
+        case ControlKind::OptionButton:
+            if (acceleratorOf(c.spec.caption) == ch) {
+                auto* option = static_cast<QRadioButton*>(c.widget);
+                option->setChecked(true);
+                option->setFocus(Qt::ShortcutFocusReason);
+                return true;
+            }
+            break;
+        default:
+            break;
+        }
+    }
+    return false;
+}
+
+bool MessageBoxDialog::eventFilter(QObject* watched, QEvent* event) {
+    // Keys reach the box's rules before the control that has the focus.
+    if (event->type() == QEvent::KeyPress && watched != this && handleKey(static_cast<QKeyEvent*>(event)))
+        return true;
+    return QDialog::eventFilter(watched, event);
+}
+
+void MessageBoxDialog::keyPressEvent(QKeyEvent* event) {
+    QWidget* focus = QApplication::focusWidget();
+    if (!focus || focus == this) {
+        if (handleKey(event)) return;
+    }
+    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
+        auto* focused = qobject_cast<QPushButton*>(focus);
+        if (focused && focused->isVisible() && focused->isEnabled()) {
+            focused->click();
+        } else if (button(set_.defaultButton)) {
+            pressButton(set_.defaultButton);
+        }
+        return;
+    }
+    QDialog::keyPressEvent(event);
+}
+
+void MessageBoxDialog::closeEvent(QCloseEvent* event) {
+    if (answer_ != 0) {
+        event->accept();
+        return;
+    }
+    event->ignore();
+    if (set_.escButton > 0) pressButton(set_.escButton);
+}
+
+void MessageBoxDialog::reject() {
+    if (answer_ != 0) return;
+    if (set_.escButton > 0) pressButton(set_.escButton);
+}
+
+}  // namespace tav::ui

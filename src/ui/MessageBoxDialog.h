@@ -1,0 +1,98 @@
+#pragma once
+// The message box: renders one MessageRequest (message, icon, buttons in
+// lines, the controls of the request with their values) and, when a button
+// is pressed, writes the controls' results back into the request.
+//
+// Threads: built, shown and answered on the UI thread only. The request must
+// outlive the box's answer; after finished() the box no longer touches it.
+#include <QDialog>
+#include <string>
+#include <vector>
+
+#include "core/MessageRequest.h"
+#include "dialogs/ControlSpec.h"
+#include "dialogs/MessageOptions.h"
+#include "dialogs/StandardButtons.h"
+
+class QLabel;
+class QPushButton;
+
+namespace tav::ui {
+
+class MessageBoxDialog : public QDialog {
+    Q_OBJECT
+public:
+    // appTitle: the application's message title; mainCaption: the caption
+    // of the main window, used when the title and appTitle are empty.
+    MessageBoxDialog(MessageRequest& request, const QString& appTitle, const QString& mainCaption,
+                     QWidget* parent = nullptr);
+
+    // The answer: the button pressed (from 1), -2 when a key hid the box,
+    // 0 while none.
+    int answer() const { return answer_; }
+
+    // The buttons of the button lines, from 1; nullptr beyond.
+    QPushButton* button(int number) const;
+    int buttonCount() const { return static_cast<int>(buttons_.size()); }
+    const ButtonSet& buttonSet() const { return set_; }
+    // The widget of control `index` (the index into Values); nullptr for none.
+    QWidget* control(int index) const;
+    QLabel* messageLabel() const { return message_; }
+    QLabel* iconLabel() const { return icon_; }
+
+    // Presses button n: writes the results back and closes the box.
+    void pressButton(int number);
+
+    // Pixels for a measure in twips, at the proportion of the box's font to
+    // an eight point font.
+    int px(double twips) const;
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
+    void reject() override;
+
+private:
+    struct Control {
+        ControlSpec spec;
+        int index = 0;            // into Values and Lists
+        QWidget* widget = nullptr;
+        QLabel* label = nullptr;  // a Label control
+    };
+
+    void build();
+    QWidget* makeControl(Control& control);
+    void layoutBox();
+    int placeButtons(int top, int left, int width);
+    void setInitialFocus();
+    void writeBack();
+    bool handleKey(QKeyEvent* event);
+    bool acceleratorKey(int key);
+    void hideByKey();
+    QString activeControlName() const;
+    std::string listValue(const Control& control) const;
+
+    MessageRequest& request_;
+    MessageOptions options_;
+    ButtonSet set_;
+    QLabel* icon_ = nullptr;
+    QLabel* message_ = nullptr;
+    std::vector<QPushButton*> buttons_;
+    std::vector<Control> controls_;
+    int answer_ = 0;
+    std::string keyData_;  // "keycode|shift|control" of the last key down
+    bool textGiven_ = false;
+};
+
+// The key code and shift mask of a Qt key, as the key system counts them
+// (letters and digits are their upper-case characters, F1 is 112, Esc 27;
+// shift mask: 1 Shift, 2 Ctrl, 4 Alt).
+int messageBoxKeyCode(int qtKey);
+int messageBoxShiftMask(Qt::KeyboardModifiers modifiers);
+
+// The message as rich text for a label: "&" stays, "#H160#" underlines the
+// character behind it, line breaks are kept.
+QString messageRichText(const std::string& message);
+
+}  // namespace tav::ui
