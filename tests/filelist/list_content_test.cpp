@@ -137,7 +137,7 @@ TEST(ListStop, AStopAfterNFilesKeepsTheRowsMadeSoFar) {
     EXPECT_EQ(table.totals().filesListed, 5);
     EXPECT_TRUE(table.finished());
     const std::string entry = dir.str() + "/";
-    EXPECT_EQ(table.totals().message, " Incomplete List of Files/Subdirectories for directory: {" + entry +
+    EXPECT_EQ(table.totals().message, " Incomplete List of Files/Subdirectories for directory: " + entry +
                                           ".Interrupted at: 5.  Interrupted using Stop button.");
     EXPECT_EQ(table.totals().caption, "Incomplete " + entry + "*");
     EXPECT_EQ(table.totals().entries, std::vector<std::string>{entry + "* (incomplete)"});
