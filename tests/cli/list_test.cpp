@@ -126,3 +126,20 @@ TEST_F(ListCommand, MistakesAreUsageErrors) {
     EXPECT_EQ(r.code, 2);
     EXPECT_NE(r.err.find("usage: tavelo list"), std::string::npos);
 }
+
+TEST_F(ListCommand, UserColumnsComeFromTheDataDirectory) {
+    tree.write("h.htm", "<html><title>T</title><body><h1>Menu</h1></body></html>");
+    std::string cmd = quoted(TAVELO_EXE) + " --data " + quoted((scratch / "d").string()) +
+                      " list --columns 'FileName|H1 Heading' --type h.htm " + quoted(root()) + " 2>/dev/null";
+    FILE* p = popen(cmd.c_str(), "r");
+    ASSERT_NE(p, nullptr);
+    std::string out;
+    char buf[4096];
+    size_t n;
+    while ((n = fread(buf, 1, sizeof buf, p)) > 0) out.append(buf, n);
+    EXPECT_EQ(pclose(p), 0);
+    EXPECT_EQ(linesOf(out), (std::vector<std::string>{"FileName\tH1", "h\tMenu"}));
+    // Without a data directory only the standard columns are known.
+    ListRun r = runList(scratch, {"--columns", "FileName|H1 Heading", root()});
+    EXPECT_EQ(r.code, 2);
+}
