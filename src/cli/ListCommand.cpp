@@ -26,7 +26,7 @@ const char* const kUsage =
     "  ENTRY               a directory, or a list entry such as 'DIR/*.txt' or 'DIR/ <*.htm+>'\n"
     "  --columns LIST      captions or column numbers separated by '|' (default: No.|FileName|Type|Size|Date|Time|FilePath)\n"
     "  --subdirs           list subdirectories too (entries without a <+/-> mark)\n"
-    "  --dirs, --no-dirs   give directories rows, or not\n"
+    "  --dirs, --no-dirs   give directories rows, or not; --dirs-to-top puts them first\n"
     "  --hidden, --system  list hidden (names starting with '.') and system items too\n"
     "  --type PATTERN      file type of entries that give none (default '*')\n"
     "  --date-format M, --time-format M, --size-format M   display masks\n"
@@ -47,7 +47,7 @@ struct ListArgs {
     std::string type;
     WindowFormats formats;
     std::int64_t firstBytes = 200, lastBytes = 200, firstPlain = 200, lastPlain = 200;
-    bool descending = false, caseSensitive = false, renumber = false, errors = false;
+    bool descending = false, caseSensitive = false, renumber = false, errors = false, dirsToTop = false;
     std::int64_t limit = 0;
     std::vector<std::string> entries;
 };
@@ -118,6 +118,8 @@ std::string parseArgs(const std::vector<std::string>& args, ListArgs& a) {
             a.dirs = 1;
         } else if (opt == "--no-dirs") {
             a.dirs = 0;
+        } else if (opt == "--dirs-to-top") {
+            a.dirsToTop = true;
         } else if (opt == "--hidden") {
             a.hidden = true;
         } else if (opt == "--system") {
@@ -228,6 +230,7 @@ int runList(const CommandContext& ctx) {
     JobContext job;
     RowTable table;
     table.setRowLimit(static_cast<std::size_t>(a.limit));
+    table.setDirsToTop(a.dirsToTop);
     FindAndListFiles(spec, job, table);
 
     if (!sortTypes.empty()) {

@@ -76,6 +76,12 @@ public:
         sink_.begin(layout_.columns);
         const std::vector<ListEntry> entries = parseListSpec(spec_.listSpec, spec_.defaultType, spec_.subdirsByDefault);
         if (entries.empty()) {
+            if (MessageHost* host = job_.prompter()) {
+                MessageRequest request;
+                request.message = "Select a directory to list and press F5 again to make file list.";
+                request.buttons = "0";
+                host->show(request);
+            }
             totals_.complete = false;
             finish();
             return false;

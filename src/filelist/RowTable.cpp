@@ -14,10 +14,14 @@ void RowTable::begin(const std::vector<ListColumn>& columns) {
     errors_.clear();
     totals_ = ListTotals{};
     finished_ = false;
+    dirsAtTop_ = 0;
 }
 
 bool RowTable::row(Row&& row) {
-    rows_.push_back(std::move(row));
+    if (dirsToTop_ && row.isDirectory)
+        rows_.insert(rows_.begin() + static_cast<std::ptrdiff_t>(dirsAtTop_++), std::move(row));
+    else
+        rows_.push_back(std::move(row));
     return limit_ == 0 || rows_.size() < limit_;
 }
 

@@ -26,6 +26,9 @@ public:
 
     // Stops the job after this many rows (0: no limit).
     void setRowLimit(std::size_t limit) { limit_ = limit; }
+    // `DirsToTop`: directory rows go in front of all file rows, in the
+    // order they came; otherwise every row is appended.
+    void setDirsToTop(bool on) { dirsToTop_ = on; }
 
     const std::vector<ListColumn>& columns() const { return columns_; }
     std::vector<Row>& rows() { return rows_; }
@@ -48,6 +51,8 @@ private:
     std::vector<FileErrorLine> errors_;
     ListTotals totals_;
     std::size_t limit_ = 0;
+    bool dirsToTop_ = false;
+    std::size_t dirsAtTop_ = 0;  // directory rows inserted at the top so far
     bool finished_ = false;
 };
 

@@ -12,6 +12,7 @@
 #include "filelist/ListSpec.h"
 #include "filelist/RowTable.h"
 #include "filelist/WalkDirectory.h"
+#include "support/ScriptedHost.h"
 #include "support/TempDir.h"
 
 namespace fs = std::filesystem;
@@ -287,4 +288,30 @@ TEST(ListFailures, NothingToListIsNoRun) {
     EXPECT_FALSE(FindAndListFiles(specFor("{}"), job, table));
     EXPECT_TRUE(table.finished());
     EXPECT_TRUE(table.rows().empty());
+}
+
+TEST(ListFailures, AnEmptyListSpecAsksForADirectory) {
+    tavtest::ScriptedHost host;
+    JobContext job(&host);
+    RowTable table;
+    EXPECT_FALSE(FindAndListFiles(specFor(""), job, table));
+    ASSERT_EQ(host.messages().size(), 1u);
+    EXPECT_EQ(host.messages()[0], "Select a directory to list and press F5 again to make file list.");
+}
+
+TEST_F(ListWalk, DirectoriesToTheTopKeepTheirFoundOrder) {
+    RowTable plain, top;
+    top.setDirsToTop(true);
+    ListJobSpec spec = specFor("{" + dir.str() + "/ <*+>}");
+    JobContext job;
+    FindAndListFiles(spec, job, plain);
+    FindAndListFiles(spec, job, top);
+    std::vector<std::string> dirs, files;
+    for (const Row& r : plain.rows()) (r.isDirectory ? dirs : files).push_back(r.path);
+    std::vector<std::string> got;
+    for (const Row& r : top.rows()) got.push_back(r.path);
+    std::vector<std::string> want = dirs;
+    want.insert(want.end(), files.begin(), files.end());
+    EXPECT_EQ(got, want);
+    EXPECT_EQ(dirs.size(), 3u);
 }
