@@ -33,6 +33,8 @@ const char* const kUsage =
     "  --first-bytes N, --last-bytes N, --first-plain N, --last-plain N   lengths of those columns\n"
     "  --sort LIST         columns to sort by; --descending, --case (case-sensitive)\n"
     "  --renumber          number the rows again after the sort\n"
+    "  --first-part N      read only the first N bytes of each file\n"
+    "  --lower             names and paths in lower case\n"
     "  --limit N           stop after N rows\n"
     "  --errors            print the error list on standard error\n";
 
@@ -49,6 +51,8 @@ struct ListArgs {
     std::int64_t firstBytes = 200, lastBytes = 200, firstPlain = 200, lastPlain = 200;
     bool descending = false, caseSensitive = false, renumber = false, errors = false, dirsToTop = false;
     std::int64_t limit = 0;
+    std::int64_t firstPart = 0;
+    bool lower = false;
     std::vector<std::string> entries;
 };
 
@@ -108,6 +112,8 @@ std::string parseArgs(const std::vector<std::string>& args, ListArgs& a) {
             problem = takeCount(a.firstPlain);
         } else if (opt == "--last-plain") {
             problem = takeCount(a.lastPlain);
+        } else if (opt == "--first-part") {
+            problem = takeCount(a.firstPart);
         } else if (opt == "--limit") {
             problem = takeCount(a.limit);
         } else if (hasValue) {
@@ -118,6 +124,8 @@ std::string parseArgs(const std::vector<std::string>& args, ListArgs& a) {
             a.dirs = 1;
         } else if (opt == "--no-dirs") {
             a.dirs = 0;
+        } else if (opt == "--lower") {
+            a.lower = true;
         } else if (opt == "--dirs-to-top") {
             a.dirsToTop = true;
         } else if (opt == "--hidden") {
@@ -226,6 +234,9 @@ int runList(const CommandContext& ctx) {
     spec.content.options.BytL = a.lastBytes;
     spec.content.options.PBytF = a.firstPlain;
     spec.content.options.PBytL = a.lastPlain;
+    spec.content.options.Only1stPart = a.firstPart > 0;
+    spec.content.options.Only1stByt = a.firstPart;
+    spec.lowerCaseNames = a.lower;
 
     JobContext job;
     RowTable table;

@@ -157,7 +157,16 @@ private:
 
     bool ProcessFoundItem(const FoundItem& item) {
         ++totals_.filesExamined;
-        if (!FillRow(item)) return false;
+        try {
+            if (!FillRow(item)) return false;
+        } catch (const AppError& e) {
+            if (e.isUserStop()) throw;
+            sink_.fileError(item.path(), "**Err: " + std::to_string(e.number()) + " - " + e.what() +
+                                             " when processing file: " + item.path());
+        } catch (const std::exception& e) {
+            // Anything else that goes wrong with one file costs that file only.
+            sink_.fileError(item.path(), std::string("**Err: Error - ") + e.what() + " when processing file: " + item.path());
+        }
         JobProgress report;
         report.filesListed = totals_.filesListed;
         report.filesExamined = totals_.filesExamined;
