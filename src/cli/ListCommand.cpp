@@ -35,6 +35,7 @@ const char* const kUsage =
     "  --renumber          number the rows again after the sort\n"
     "  --first-part N      read only the first N bytes of each file\n"
     "  --lower             names and paths in lower case\n"
+    "  --threads N         read files for content columns on N threads (rows keep their order)\n"
     "  --limit N           stop after N rows\n"
     "  --errors            print the error list on standard error\n";
 
@@ -52,6 +53,7 @@ struct ListArgs {
     bool descending = false, caseSensitive = false, renumber = false, errors = false, dirsToTop = false;
     std::int64_t limit = 0;
     std::int64_t firstPart = 0;
+    std::int64_t threads = 1;
     bool lower = false;
     std::vector<std::string> entries;
 };
@@ -112,6 +114,9 @@ std::string parseArgs(const std::vector<std::string>& args, ListArgs& a) {
             problem = takeCount(a.firstPlain);
         } else if (opt == "--last-plain") {
             problem = takeCount(a.lastPlain);
+        } else if (opt == "--threads") {
+            problem = takeCount(a.threads);
+            if (problem.empty() && (a.threads < 1 || a.threads > 64)) problem = "option --threads takes 1 to 64";
         } else if (opt == "--first-part") {
             problem = takeCount(a.firstPart);
         } else if (opt == "--limit") {
@@ -237,6 +242,7 @@ int runList(const CommandContext& ctx) {
     spec.content.options.Only1stPart = a.firstPart > 0;
     spec.content.options.Only1stByt = a.firstPart;
     spec.lowerCaseNames = a.lower;
+    spec.contentThreads = static_cast<int>(a.threads);
 
     JobContext job;
     RowTable table;

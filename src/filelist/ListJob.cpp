@@ -1,10 +1,8 @@
 #include "filelist/ListJob.h"
 
-#include <fcntl.h>
-#include <unistd.h>
-
-#include <cerrno>
+#include <deque>
 #include <filesystem>
+#include <memory>
 
 #include "core/AppError.h"
 #include "filelist/FormatCellPut.h"
@@ -41,19 +39,6 @@ std::string cleanCell(std::string_view text) {
     return out;
 }
 
-class FileCloser {
-public:
-    explicit FileCloser(int fd) : fd_(fd) {}
-    ~FileCloser() {
-        if (fd_ >= 0) ::close(fd_);
-    }
-    FileCloser(const FileCloser&) = delete;
-    FileCloser& operator=(const FileCloser&) = delete;
-
-private:
-    int fd_;
-};
-
 class ListMaker {
 public:
     ListMaker(const ListJobSpec& spec, JobContext& job, RowSink& sink)
@@ -67,8 +52,14 @@ public:
             content.columns = contentColumnsFor(layout_.wantedColTypes());
             content.columns.spanCols.clear();
             for (const UserColumn& u : layout_.userColumns) content.columns.spanCols.push_back(u.def);
-            extractor_.configure(content);
             readFiles_ = true;
+            if (spec.contentThreads > 1) {
+                JobContext* job_ptr = &job;
+                pool_ = std::make_unique<ListContentPool>(content, spec.contentThreads,
+                                                          [job_ptr] { return job_ptr->stopRequested(); });
+            } else {
+                extractor_.configure(content);
+            }
         }
     }
 
@@ -152,20 +143,72 @@ private:
         hooks.stopRequested = [this] { return stopped_ || job_.stopRequested(); };
         hooks.lister = spec_.lister;
         const std::string directory = entry.directory.empty() ? std::string(".") + kSep : entry.directory;
-        return DirectoryWalk(directory, options, hooks);
+        const bool walked = DirectoryWalk(directory, options, hooks);
+        emitPending(true);
+        return walked && !stopped_;
     }
 
-    bool ProcessFoundItem(const FoundItem& item) {
-        ++totals_.filesExamined;
+    // Rows whose content is read on the pool wait here, in walk order.
+    struct Pending {
+        FoundItem item;
+        std::shared_ptr<ListContentPool::Task> task;  // null: nothing to read
+    };
+
+    // Sends the rows at the head whose reading is done; with `all`, waits
+    // for every one. The queue is kept short so that memory stays bounded.
+    void emitPending(bool all) {
+        const std::size_t cap = 4 * static_cast<std::size_t>(spec_.contentThreads);
+        while (!pending_.empty() && !stopped_) {
+            if (job_.stopRequested()) {
+                stopped_ = true;
+                break;
+            }
+            Pending& head = pending_.front();
+            if (head.task && !pool_->isDone(*head.task)) {
+                if (!all && pending_.size() <= cap) return;
+                pool_->wait(*head.task);
+            }
+            Pending p = std::move(pending_.front());
+            pending_.pop_front();
+            if (p.task && p.task->result.stopped) {
+                stopped_ = true;
+                break;
+            }
+            guarded(p.item, [&] { return emitRow(p.item, p.task ? &p.task->result : nullptr); });
+        }
+        if (stopped_) {
+            pending_.clear();
+            if (pool_) pool_->cancel();
+        }
+    }
+
+    // One file's failure is a line of the error list; the list goes on.
+    template <class F>
+    bool guarded(const FoundItem& item, F&& fill) {
         try {
-            if (!FillRow(item)) return false;
+            return fill();
         } catch (const AppError& e) {
             if (e.isUserStop()) throw;
             sink_.fileError(item.path(), "**Err: " + std::to_string(e.number()) + " - " + e.what() +
                                              " when processing file: " + item.path());
         } catch (const std::exception& e) {
-            // Anything else that goes wrong with one file costs that file only.
-            sink_.fileError(item.path(), std::string("**Err: Error - ") + e.what() + " when processing file: " + item.path());
+            sink_.fileError(item.path(),
+                            std::string("**Err: Error - ") + e.what() + " when processing file: " + item.path());
+        }
+        return true;
+    }
+
+    bool ProcessFoundItem(const FoundItem& item) {
+        ++totals_.filesExamined;
+        if (pool_) {
+            if (!item.isDirectory || spec_.listDirs) {
+                Pending p{item, nullptr};
+                if (!item.isDirectory) p.task = pool_->submit(item.path(), item.size);
+                pending_.push_back(std::move(p));
+            }
+            emitPending(false);
+        } else if (!guarded(item, [&] { return FillRow(item); })) {
+            return false;
         }
         JobProgress report;
         report.filesListed = totals_.filesListed;
@@ -182,15 +225,20 @@ private:
 
     bool wanted(int colType) const { return layout_.wanted(colType); }
 
+    // `FillRow` on the job's own thread. Content first: a stop inside a long
+    // read leaves no row.
     bool FillRow(const FoundItem& item) {
-        row_.assign(layout_.columns.size(), std::string());
         if (item.isDirectory && !spec_.listDirs) return true;
+        if (!readFiles_ || item.isDirectory) return emitRow(item, nullptr);
+        ContentResult content;
+        readListContent(item.path(), item.size, extractor_, [this] { return job_.stopRequested(); }, content);
+        if (content.stopped) raiseUserStop();
+        return emitRow(item, &content);
+    }
 
-        // Content first: a stop inside a long read leaves no row.
-        const bool readThis = readFiles_ && !item.isDirectory;
-        std::string readError;
-        if (readThis) readContent(item, readError);
-
+    // The row of one item, with the content read for it (null: none read).
+    bool emitRow(const FoundItem& item, const ContentResult* content) {
+        row_.assign(layout_.columns.size(), std::string());
         ++totals_.filesListed;
         std::string name, type;
         if (item.isDirectory) {
@@ -232,9 +280,9 @@ private:
         if (wanted(col::ReadDate)) PutCell(col::ReadDate, dateText(item.accessed, kListDateMask));
         if (wanted(col::ReadTime)) PutCell(col::ReadTime, dateText(item.accessed, kListTimeMask));
 
-        if (readThis) {
-            const ContentCells& cells = extractor_.cells();
-            if (readError.empty()) {
+        if (content) {
+            if (content->cells) {
+                const ContentCells& cells = *content->cells;
                 for (int t : {col::FirstBytes, col::Title, col::FirstPlain, col::LastPlain, col::LastBytes,
                               col::MetaTags, col::HtmlTags, col::Mail, col::Www}) {
                     if (!wanted(t)) continue;
@@ -244,7 +292,7 @@ private:
                     PutCell(layout_.userColumns[i].def.colType, cells.spanCols[i], true);
                 for (const std::string& line : cells.errors) sink_.fileError(item.path(), line);
             } else {
-                sink_.fileError(item.path(), readError);
+                sink_.fileError(item.path(), content->error);
             }
         }
 
@@ -255,33 +303,6 @@ private:
         row_.clear();
         if (!sink_.row(std::move(row))) stopped_ = true;
         return !stopped_;
-    }
-
-    // Opens the file once and feeds it to the extractor in chunks until it
-    // wants no more. A stop during the read unwinds as the user's Stop.
-    void readContent(const FoundItem& item, std::string& error) {
-        const std::string path = item.path();
-        extractor_.beginFile(path, item.size);
-        const int fd = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
-        if (fd < 0) {
-            error = "Error opening file >>" + path + "<<.";
-            extractor_.finish();
-            return;
-        }
-        FileCloser closer(fd);
-        buffer_.resize(kListReadChunk);
-        for (;;) {
-            job_.checkpoint();
-            const ssize_t got = ::read(fd, buffer_.data(), buffer_.size());
-            if (got < 0) {
-                if (errno == EINTR) continue;
-                error = "Error reading file >>" + path + "<<.";
-                break;
-            }
-            if (got == 0) break;
-            if (!extractor_.feed(std::string_view(buffer_.data(), static_cast<std::size_t>(got)))) break;
-        }
-        extractor_.finish();
     }
 
     // `PutCell`: the display cell through its mask and, where the column has
@@ -312,13 +333,14 @@ private:
     const ColumnLayout& layout_;
     JobContext& job_;
     RowSink& sink_;
-    ContentExtractor extractor_;
+    ContentExtractor extractor_;            // reads on the job's thread
+    std::unique_ptr<ListContentPool> pool_;  // or on these threads
+    std::deque<Pending> pending_;
     bool readFiles_ = false;
     LocalTimeConverter clock_;
     std::vector<std::string> keyMasks_;
     std::vector<bool> keyGrew_;
     std::vector<std::string> row_;
-    std::vector<char> buffer_;
     std::string baseDir_;
     ListTotals totals_;
     bool stopped_ = false;  // the sink asked to stop

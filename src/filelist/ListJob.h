@@ -9,6 +9,7 @@
 #include "content/ContentExtractor.h"
 #include "filelist/ColumnLayout.h"
 #include "filelist/JobContext.h"
+#include "filelist/ListContentReader.h"
 #include "filelist/RowSink.h"
 #include "filelist/WalkDirectory.h"
 
@@ -29,11 +30,10 @@ struct ListJobSpec {
     ColumnLayout layout;               // from SetUpListColumns
     ContentSpec content;               // columns are filled in from the layout by the job
     DirectoryLister lister;            // empty: the file system
+    // Threads that read files for content columns; 1: the job's own thread.
+    // Rows leave in walk order either way.
+    int contentThreads = 1;
 };
-
-// Reads a file for its content columns: opened once, read in chunks of this
-// size, closed.
-inline constexpr std::size_t kListReadChunk = 64 * 1024;
 
 // True if the run got to its end; false if it was stopped or there was
 // nothing to list (no entries).

@@ -206,3 +206,64 @@ TEST(ListProgress, ReportsAreAtMostTenASecond) {
     job.clearStop();
     EXPECT_NO_THROW(job.checkpoint());
 }
+
+// ---- reading on worker threads ----
+
+TEST(ListThreads, RowsLeaveInWalkOrderWithTheSameCells) {
+    tavtest::TempDir dir;
+    for (int i = 0; i < 40; ++i) {
+        const std::string n = std::to_string(i);
+        // Files of very different lengths, so that reads finish out of order.
+        dir.write("s" + std::to_string(i % 3) + "/p" + n + ".htm",
+                  "<html><title>Page " + n + "</title>" + std::string(static_cast<std::size_t>(i % 7) * 90000, ' ') +
+                      "<p>mail" + n + "@example.com</p></html>");
+    }
+    dir.write("s1/gone/keep.txt", "x");
+    auto run = [&](int threads) {
+        RowTable table;
+        JobContext job;
+        ListJobSpec spec = specFor("{" + dir.str() + "/ <*+>}", {4, 1, 10, 26, 22, 3});
+        spec.listDirs = true;
+        spec.contentThreads = threads;
+        EXPECT_TRUE(FindAndListFiles(spec, job, table));
+        std::vector<std::vector<std::string>> rows;
+        for (const Row& r : table.rows()) rows.push_back(r.cells);
+        return rows;
+    };
+    const auto one = run(1);
+    ASSERT_EQ(one.size(), 45u);
+    EXPECT_EQ(run(3), one);
+    EXPECT_EQ(run(2), one);
+}
+
+TEST(ListThreads, AStopKeepsTheRowsBeforeItInOrder) {
+    tavtest::TempDir dir;
+    for (int i = 0; i < 30; ++i) dir.write("f" + std::to_string(i) + ".htm", "<title>t</title>");
+    RowTable table;
+    table.setRowLimit(7);
+    JobContext job;
+    ListJobSpec spec = specFor("{" + dir.str() + "/}", {4, 1, 10});
+    spec.contentThreads = 3;
+    EXPECT_FALSE(FindAndListFiles(spec, job, table));
+    ASSERT_EQ(table.rows().size(), 7u);
+    for (std::size_t i = 0; i < 7; ++i)
+        EXPECT_EQ(table.rows()[i].cells[static_cast<std::size_t>(table.columnOf(4))], std::to_string(i + 1));
+}
+
+TEST(ListThreads, AVanishedFileIsReportedFromAWorker) {
+    tavtest::TempDir dir;
+    dir.write("a.htm", "<title>x</title>");
+    RowTable table;
+    JobContext job;
+    ListJobSpec spec = specFor("{" + dir.str() + "/}", {1, 10});
+    spec.contentThreads = 2;
+    spec.lister = [&](const std::string& d, std::vector<FoundItem>& items) {
+        const bool ok = listDirectory(d, items);
+        fs::remove(dir / "a.htm");  // gone after the directory was read
+        return ok;
+    };
+    EXPECT_TRUE(FindAndListFiles(spec, job, table));
+    ASSERT_EQ(table.rows().size(), 1u);
+    ASSERT_EQ(table.errors().size(), 1u);
+    EXPECT_EQ(table.errors()[0].text, "Error opening file >>" + dir.str() + "/a.htm<<.");
+}

@@ -1,0 +1,135 @@
+#include "filelist/ListContentReader.h"
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <cerrno>
+
+namespace tav {
+
+namespace {
+
+class FileCloser {
+public:
+    explicit FileCloser(int fd) : fd_(fd) {}
+    ~FileCloser() {
+        if (fd_ >= 0) ::close(fd_);
+    }
+    FileCloser(const FileCloser&) = delete;
+    FileCloser& operator=(const FileCloser&) = delete;
+
+private:
+    int fd_;
+};
+
+}  // namespace
+
+void readListContent(const std::string& path, std::int64_t size, ContentExtractor& extractor,
+                     const std::function<bool()>& stop, ContentResult& out) {
+    extractor.beginFile(path, size);
+    const int fd = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
+    if (fd < 0) {
+        out.error = "Error opening file >>" + path + "<<.";
+        extractor.finish();
+        return;
+    }
+    FileCloser closer(fd);
+    thread_local std::vector<char> buffer;
+    buffer.resize(kListReadChunk);
+    for (;;) {
+        if (stop && stop()) {
+            out.stopped = true;
+            return;
+        }
+        const ssize_t got = ::read(fd, buffer.data(), buffer.size());
+        if (got < 0) {
+            if (errno == EINTR) continue;
+            out.error = "Error reading file >>" + path + "<<.";
+            break;
+        }
+        if (got == 0) break;
+        if (!extractor.feed(std::string_view(buffer.data(), static_cast<std::size_t>(got)))) break;
+    }
+    extractor.finish();
+    if (out.error.empty()) out.cells = &extractor.cells();
+}
+
+ListContentPool::ListContentPool(const ContentSpec& spec, int threads, std::function<bool()> stop)
+    : stop_(std::move(stop)) {
+    if (threads < 1) threads = 1;
+    extractors_.resize(static_cast<std::size_t>(threads));
+    for (ContentExtractor& e : extractors_) e.configure(spec);
+    for (ContentExtractor& e : extractors_) threads_.emplace_back([this, &e] { work(e); });
+}
+
+ListContentPool::~ListContentPool() {
+    cancel();
+    {
+        std::lock_guard<std::mutex> lock(mutex_);
+        ending_ = true;
+    }
+    wake_.notify_all();
+    for (std::thread& t : threads_) t.join();
+}
+
+std::shared_ptr<ListContentPool::Task> ListContentPool::submit(std::string path, std::int64_t size) {
+    auto task = std::make_shared<Task>();
+    task->path = std::move(path);
+    task->size = size;
+    {
+        std::lock_guard<std::mutex> lock(mutex_);
+        queue_.push_back(task);
+    }
+    wake_.notify_one();
+    return task;
+}
+
+bool ListContentPool::isDone(const Task& task) {
+    std::lock_guard<std::mutex> lock(mutex_);
+    return task.done;
+}
+
+void ListContentPool::wait(const Task& task) {
+    std::unique_lock<std::mutex> lock(mutex_);
+    ready_.wait(lock, [&] { return task.done; });
+}
+
+void ListContentPool::cancel() {
+    cancelled_.store(true);
+    std::deque<std::shared_ptr<Task>> dropped;
+    {
+        std::lock_guard<std::mutex> lock(mutex_);
+        dropped.swap(queue_);
+        for (auto& t : dropped) {
+            t->result.stopped = true;
+            t->done = true;
+        }
+    }
+    ready_.notify_all();
+}
+
+void ListContentPool::work(ContentExtractor& extractor) {
+    const std::function<bool()> stop = [this] { return cancelled_.load() || (stop_ && stop_()); };
+    for (;;) {
+        std::shared_ptr<Task> task;
+        {
+            std::unique_lock<std::mutex> lock(mutex_);
+            wake_.wait(lock, [&] { return ending_ || !queue_.empty(); });
+            if (queue_.empty()) return;
+            task = std::move(queue_.front());
+            queue_.pop_front();
+        }
+        ContentResult result;
+        readListContent(task->path, task->size, extractor, stop, result);
+        if (result.cells) task->cells = *result.cells;
+        {
+            std::lock_guard<std::mutex> lock(mutex_);
+            task->result = std::move(result);
+            if (task->result.cells) task->result.cells = &task->cells;
+            task->done = true;
+        }
+        ready_.notify_all();
+    }
+}
+
+}  // namespace tav

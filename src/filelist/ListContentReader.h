@@ -1,0 +1,69 @@
+#pragma once
+// Reading files for the content columns of a list: each file opened once,
+// read in chunks of kListReadChunk bytes until the extractor wants no more,
+// and closed. On the job's thread, or on worker threads that each keep their
+// own extractor; the job takes the results back in the order it asked.
+#include <condition_variable>
+#include <atomic>
+#include <cstdint>
+#include <deque>
+#include <functional>
+#include <memory>
+#include <mutex>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "content/ContentExtractor.h"
+
+namespace tav {
+
+inline constexpr std::size_t kListReadChunk = 64 * 1024;
+
+struct ContentResult {
+    const ContentCells* cells = nullptr;  // set when the file was read (or partly)
+    std::string error;                    // the file could not be read
+    bool stopped = false;                 // a stop came during the read
+};
+
+// Reads one file through `extractor`; `stop` is tested before each chunk.
+void readListContent(const std::string& path, std::int64_t size, ContentExtractor& extractor,
+                     const std::function<bool()>& stop, ContentResult& out);
+
+class ListContentPool {
+public:
+    struct Task {
+        std::string path;
+        std::int64_t size = -1;
+        ContentCells cells;    // written by the worker, read by the job after `done`
+        ContentResult result;
+        bool done = false;     // guarded by the pool's mutex
+    };
+
+    // `stop` is called from the workers and must be safe to call there.
+    ListContentPool(const ContentSpec& spec, int threads, std::function<bool()> stop);
+    ~ListContentPool();
+    ListContentPool(const ListContentPool&) = delete;
+    ListContentPool& operator=(const ListContentPool&) = delete;
+
+    std::shared_ptr<Task> submit(std::string path, std::int64_t size);
+    bool isDone(const Task& task);
+    void wait(const Task& task);
+    // Tasks not begun are dropped; those under way stop at their next chunk.
+    void cancel();
+
+private:
+    void work(ContentExtractor& extractor);
+
+    std::function<bool()> stop_;
+    std::atomic<bool> cancelled_{false};
+    std::mutex mutex_;
+    std::condition_variable wake_;  // workers: a task, or the end
+    std::condition_variable ready_; // the job: a task is done
+    std::deque<std::shared_ptr<Task>> queue_;
+    bool ending_ = false;
+    std::vector<ContentExtractor> extractors_;
+    std::vector<std::thread> threads_;
+};
+
+}  // namespace tav
