@@ -263,28 +263,10 @@ QWidget* MessageBoxDialog::makeControl(Control& c) {
             edit->setObjectName("fTextBoxM" + name);
             edit->setPlainText(qs(value));
             edit->setTabChangesFocus(true);
-            QTextCursor cursor = edit->textCursor();
-            if (spec.selectAll()) {
-                cursor.select(QTextCursor::Document);
-            } else if (auto start = spec.selStart()) {
-                cursor.setPosition(std::clamp(*start, 0, static_cast<int>(edit->toPlainText().size())));
-                if (auto len = spec.selLength())
-                    cursor.setPosition(std::clamp(*start + *len, 0, static_cast<int>(edit->toPlainText().size())),
-                                       QTextCursor::KeepAnchor);
-            }
-            edit->setTextCursor(cursor);
             w = edit;
         } else {
             auto* edit = new QLineEdit(qs(value), this);
             edit->setObjectName("fTextBox" + name);
-            if (spec.selectAll()) {
-                edit->selectAll();
-            } else if (auto start = spec.selStart()) {
-                edit->setSelection(std::clamp(*start, 0, static_cast<int>(edit->text().size())),
-                                   spec.selLength().value_or(0));
-            } else {
-                edit->setCursorPosition(0);
-            }
             w = edit;
         }
         if (auto border = spec.borderStyle(); border && *border == 0) {
@@ -292,6 +274,7 @@ QWidget* MessageBoxDialog::makeControl(Control& c) {
             if (auto* line = qobject_cast<QLineEdit*>(w)) line->setFrame(false);
         }
         w->setEnabled(spec.enabled());
+        applySelection(spec, w);
         break;
     }
     case ControlKind::Label: {
@@ -394,6 +377,42 @@ QWidget* MessageBoxDialog::makeControl(Control& c) {
     QFont f = controlFont(spec, w->font());
     if (f != w->font()) w->setFont(f);
     return w;
+}
+
+void MessageBoxDialog::applySelection(const ControlSpec& spec, QWidget* w) {
+    if (auto* edit = qobject_cast<QPlainTextEdit*>(w)) {
+        const int size = static_cast<int>(edit->toPlainText().size());
+        QTextCursor cursor = edit->textCursor();
+        if (spec.selectAll()) {
+            cursor.select(QTextCursor::Document);
+        } else {
+            const int start = std::clamp(spec.selStart().value_or(0), 0, size);
+            cursor.setPosition(start);
+            cursor.setPosition(std::clamp(start + spec.selLength().value_or(0), 0, size), QTextCursor::KeepAnchor);
+        }
+        edit->setTextCursor(cursor);
+    } else if (auto* line = qobject_cast<QLineEdit*>(w)) {
+        const int size = static_cast<int>(line->text().size());
+        if (spec.selectAll()) {
+            line->selectAll();
+        } else {
+            const int start = std::clamp(spec.selStart().value_or(0), 0, size);
+            const int length = std::clamp(spec.selLength().value_or(0), 0, size - start);
+            if (length > 0) line->setSelection(start, length);
+            else line->setCursorPosition(start);
+        }
+    }
+}
+
+void MessageBoxDialog::setVisible(bool visible) {
+    const bool first = visible && !shown_;
+    QDialog::setVisible(visible);
+    if (!first) return;
+    shown_ = true;
+    // Showing a dialog hands its focus widget a Tab focus, which selects a
+    // line edit's whole text: the text boxes get the selection of their spec.
+    for (const Control& c : controls_)
+        if (c.spec.kind == ControlKind::TextBox && c.widget) applySelection(c.spec, c.widget);
 }
 
 void MessageBoxDialog::layoutBox() {

@@ -47,6 +47,8 @@ public:
     // an eight point font.
     int px(double twips) const;
 
+    void setVisible(bool visible) override;
+
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
@@ -64,6 +66,7 @@ private:
     void build();
     QWidget* makeControl(Control& control);
     void layoutBox();
+    static void applySelection(const ControlSpec& spec, QWidget* w);
     int placeButtons(int top, int left, int width);
     void setInitialFocus();
     void writeBack();
@@ -83,6 +86,7 @@ private:
     int answer_ = 0;
     std::string keyData_;  // "keycode|shift|control" of the last key down
     bool textGiven_ = false;
+    bool shown_ = false;
 };
 
 // The key code and shift mask of a Qt key, as the key system counts them
