@@ -54,9 +54,8 @@ public:
             for (const UserColumn& u : layout_.userColumns) content.columns.spanCols.push_back(u.def);
             readFiles_ = true;
             if (spec.contentThreads > 1) {
-                JobContext* job_ptr = &job;
                 pool_ = std::make_unique<ListContentPool>(content, spec.contentThreads,
-                                                          [job_ptr] { return job_ptr->stopRequested(); });
+                                                          [&job] { return job.stopRequested(); });
             } else {
                 extractor_.configure(content);
             }
@@ -77,7 +76,8 @@ public:
             finish();
             return false;
         }
-        if (entries.size() == 1) baseDir_ = entries.front().directory;
+        // A list of one entry shows paths relative to its directory.
+        if (spec_.listSpec.find('|') == std::string::npos) baseDir_ = entries.front().directory;
         bool ranToEnd = true;
         for (std::size_t i = 0; i < entries.size(); ++i) {
             bool walked = false;
