@@ -5,6 +5,7 @@
 #include <QCheckBox>
 #include <QCloseEvent>
 #include <QComboBox>
+#include <QDesktopServices>
 #include <QFrame>
 #include <QKeyEvent>
 #include <QLabel>
@@ -16,6 +17,8 @@
 #include <QScreen>
 #include <QStyle>
 #include <QTextEdit>
+#include <QTimer>
+#include <QUrl>
 #include <algorithm>
 #include <cmath>
 
@@ -325,6 +328,9 @@ QWidget* MessageBoxDialog::makeControl(Control& c) {
             first = false;
             if (multi == 0) break;
         }
+        const ListActionSpec action = spec.doubleClickAction();
+        connect(lb, &QListWidget::itemDoubleClicked, this,
+                [this, action](QListWidgetItem* item) { runListAction(action, item->text()); });
         w = lb;
         break;
     }
@@ -668,14 +674,47 @@ void MessageBoxDialog::setInitialFocus() {
     if (QPushButton* b = button(set_.defaultButton)) b->setFocus();
 }
 
+void MessageBoxDialog::runListAction(const ListActionSpec& action, const QString& text) {
+    switch (action.action) {
+    case ListAction::PressButton: {
+        // Deferred, so that the list's own click handling finishes first.
+        const int number = action.button;
+        QTimer::singleShot(0, this, [this, number] { pressButton(number); });
+        break;
+    }
+    case ListAction::ShowText: {
+        auto shown = std::make_shared<MessageRequest>();
+        shown->message = text.toStdString();
+        shown->buttons = "0";
+        shown->options = "Esc=1|";
+        auto* box = new MessageBoxDialog(*shown, windowTitle(), windowTitle(), this);
+        box->setWindowTitle(windowTitle());
+        connect(box, &QDialog::finished, box, [box, shown](int) { box->deleteLater(); });
+        box->open();
+        break;
+    }
+    case ListAction::OpenLink:
+        QDesktopServices::openUrl(QUrl::fromUserInput(text));
+        break;
+    case ListAction::Nothing:
+        break;
+    }
+}
+
+void MessageBoxDialog::abandon() {
+    detached_ = true;
+    hide();
+}
+
 void MessageBoxDialog::pressButton(int number) {
-    if (answer_ != 0) return;
+    if (answer_ != 0 || detached_) return;
     answer_ = number;
     writeBack();
     done(number);
 }
 
 void MessageBoxDialog::hideByKey() {
+    if (answer_ != 0 || detached_) return;
     answer_ = -2;
     writeBack();
     done(-2);
@@ -820,9 +859,27 @@ bool MessageBoxDialog::acceleratorKey(int code) {
 }
 
 bool MessageBoxDialog::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() != QEvent::KeyPress || watched == this) return QDialog::eventFilter(watched, event);
+    auto* key = static_cast<QKeyEvent*>(event);
     // Keys reach the box's rules before the control that has the focus.
-    if (event->type() == QEvent::KeyPress && watched != this && handleKey(static_cast<QKeyEvent*>(event)))
-        return true;
+    if (handleKey(key)) return true;
+    // Enter on a list runs the list's Enter action, when it has one.
+    if ((key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter) && answer_ == 0) {
+        for (const Control& c : controls_) {
+            if (!c.widget || (watched != c.widget && watched->parent() != c.widget)) continue;
+            const ListActionSpec action = c.spec.enterAction();
+            if (action.action == ListAction::Nothing) break;
+            if (auto* lb = qobject_cast<QListWidget*>(c.widget)) {
+                runListAction(action, lb->currentItem() ? lb->currentItem()->text() : QString());
+                return true;
+            }
+            if (auto* cb = qobject_cast<QComboBox*>(c.widget)) {
+                runListAction(action, cb->currentText());
+                return true;
+            }
+            break;
+        }
+    }
     return QDialog::eventFilter(watched, event);
 }
 

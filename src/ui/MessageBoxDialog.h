@@ -43,6 +43,10 @@ public:
     // Presses button n: writes the results back and closes the box.
     void pressButton(int number);
 
+    // Lets go of the request unanswered (the program is ending): the box
+    // hides and no longer writes to the request.
+    void abandon();
+
     // Pixels for a measure in twips, at the proportion of the box's font to
     // an eight point font.
     int px(double twips) const;
@@ -70,6 +74,7 @@ private:
     int placeButtons(int top, int left, int width);
     void setInitialFocus();
     void writeBack();
+    void runListAction(const ListActionSpec& action, const QString& text);
     bool handleKey(QKeyEvent* event);
     bool acceleratorKey(int key);
     void hideByKey();
@@ -87,6 +92,7 @@ private:
     std::string keyData_;  // "keycode|shift|control" of the last key down
     bool textGiven_ = false;
     bool shown_ = false;
+    bool detached_ = false;
 };
 
 // The key code and shift mask of a Qt key, as the key system counts them

@@ -7,6 +7,7 @@
 #include <memory>
 
 #include "dialogs/MessageBoxState.h"
+#include "dialogs/MessageOptions.h"
 #include "dialogs/StandardButtons.h"
 #include "ui/MessageBoxDialog.h"
 
@@ -48,8 +49,9 @@ int QtMessageHost::showOnUiThread(MessageRequest& request) {
 int QtMessageHost::show(MessageRequest& request) {
     QCoreApplication* app = QCoreApplication::instance();
     const ButtonSet buttons = resolveButtons(request);
+    const bool noShow = MessageOptions::parse(request.options).noShow();
     int answer = kNoAnswer;
-    if (!app) {
+    if (!app || noShow) {
         answer = kNoAnswer;
     } else if (QThread::currentThread() == app->thread()) {
         answer = showOnUiThread(request);
@@ -70,6 +72,11 @@ int QtMessageHost::show(MessageRequest& request) {
                 });
                 // Destroyed unanswered (its parent went away): the worker gets no answer.
                 QObject::connect(box, &QObject::destroyed, [pending] { pending->set(kNoAnswer); });
+                // The program ends: the box lets go of the request before the worker goes on.
+                QObject::connect(QCoreApplication::instance(), &QCoreApplication::aboutToQuit, box, [pending, box] {
+                    box->abandon();
+                    pending->set(kNoAnswer);
+                });
                 pending.reset();
                 box->open();
             },

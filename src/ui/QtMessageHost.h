@@ -15,8 +15,8 @@ namespace tav::ui {
 
 class QtMessageHost : public MessageHost {
 public:
-    // The answer when the box could not be shown or was destroyed unanswered
-    // (the program ends while a worker waits): no button.
+    // The answer when the box is not shown ("No show"), could not be shown,
+    // or was let go unanswered (the program ends while a worker waits).
     static constexpr int kNoAnswer = 0;
 
     explicit QtMessageHost(QWidget* parent = nullptr) : parent_(parent) {}

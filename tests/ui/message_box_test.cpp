@@ -88,11 +88,16 @@ private slots:
     void singleListBoxGivesItsListIndex();
     void comboBoxGivesTextAndIndex();
     void commandButtonInTheBoxPressesItsNumber();
+    void doubleClickOnAListPressesItsButtonAfterTheClick();
+    void doubleClickShowsTheItemTextByDefault();
+    void enterOnAListRunsItsEnterAction();
     void anyKeyHidesReturnsMinusTwoWithTheKey();
     void keyHidesOnlyForThatKey();
     void controlWithWidthKeepsItAndSharedRowDividesTheRest();
     void hostOnTheUiThreadRunsModallyAndSetsTheCodes();
     void promptFromAWorkerIsAnsweredWhileTheUiRuns();
+    void noShowReturnsAtOnce();
+    void abandonedBoxNoLongerWritesToTheRequest();
 };
 
 void MessageBoxTest::clickPressesThatButton() {
@@ -456,6 +461,60 @@ void MessageBoxTest::commandButtonInTheBoxPressesItsNumber() {
     QCOMPARE(box.answer(), up);
 }
 
+void MessageBoxTest::doubleClickOnAListPressesItsButtonAfterTheClick() {
+    MessageRequest r = request("Open which?", "&Open|&Cancel");
+    int list = MBAddCtl("ListBox", "3000|1500|||||||1", "0", r, true);  // field 9: button 1
+    for (const char* item : {"first", "second"}) MBAddListItem(item, -1, r);
+    MessageBoxDialog box(r, "Tavelo", "Main");
+    QVERIFY(showActive(box));
+    auto* lb = qobject_cast<QListWidget*>(box.control(list));
+    const QPoint second = lb->visualItemRect(lb->item(1)).center();
+    QTest::mouseClick(lb->viewport(), Qt::LeftButton, {}, second);
+    QTest::mouseDClick(lb->viewport(), Qt::LeftButton, {}, second);
+    QCOMPARE(box.answer(), 0);  // the press waits for the list's own handling
+    QTRY_COMPARE(box.answer(), 1);
+    QCOMPARE(QString::fromStdString(r.lists[static_cast<size_t>(list)][0]), QString("1"));
+}
+
+void MessageBoxTest::doubleClickShowsTheItemTextByDefault() {
+    MessageRequest r = request("Lines", "0");
+    int list = MBAddCtl("ListBox", "3000|1500", "", r, true);
+    MBAddListItem("C:\\Data\\long line.txt", -1, r);
+    MessageBoxDialog box(r, "Tavelo", "Main");
+    QVERIFY(showActive(box));
+    auto* lb = qobject_cast<QListWidget*>(box.control(list));
+    const QPoint first = lb->visualItemRect(lb->item(0)).center();
+    QTest::mouseClick(lb->viewport(), Qt::LeftButton, {}, first);
+    QTest::mouseDClick(lb->viewport(), Qt::LeftButton, {}, first);
+    MessageBoxDialog* shown = box.findChild<MessageBoxDialog*>();
+    QVERIFY(shown);
+    QTRY_VERIFY(shown->isVisible());
+    QVERIFY(shown->messageLabel()->text().contains("long line.txt"));
+    QCOMPARE(box.answer(), 0);
+    QTest::mouseClick(shown->button(1), Qt::LeftButton);
+    QVERIFY(box.isVisible());
+}
+
+void MessageBoxTest::enterOnAListRunsItsEnterAction() {
+    MessageRequest r = request("Pick", "&Keep|&Take|&Drop");
+    std::string spec = "3000|1500|||||-1||||||||||||2";  // field 7: focus, field 19: button 2
+    int list = MBAddCtl("ListBox", spec, "0", r, true);
+    MBAddListItem("one", -1, r);
+    int plain = MBAddCtl("ListBox", "3000|1500", "0", r);
+    MBAddListItem("two", -1, r);
+    MessageBoxDialog box(r, "Tavelo", "Main");
+    QVERIFY(showActive(box));
+    QCOMPARE(QApplication::focusWidget(), box.control(list));
+    type(box, Qt::Key_Return);
+    QTRY_COMPARE(box.answer(), 2);
+
+    MessageBoxDialog second(r, "Tavelo", "Main");
+    QVERIFY(showActive(second));
+    second.control(plain)->setFocus();
+    type(second, Qt::Key_Return);  // no Enter action: the default button
+    QCOMPARE(second.answer(), 1);
+}
+
 void MessageBoxTest::anyKeyHidesReturnsMinusTwoWithTheKey() {
     MessageRequest r = request("Press any key", "0", "Any Key Hides|");
     MessageBoxDialog box(r, "Tavelo", "Main");
@@ -553,6 +612,26 @@ void MessageBoxTest::promptFromAWorkerIsAnsweredWhileTheUiRuns() {
     QCOMPARE(workerRetry, 1);
     QCOMPARE(mbState().cancelCode, 0);  // the UI thread's own state is untouched
     QTRY_VERIFY(openBox() == nullptr);
+}
+
+void MessageBoxTest::noShowReturnsAtOnce() {
+    ui::QtMessageHost host;
+    MessageRequest r = request("Sizing only", "1", "No show|");
+    QCOMPARE(host.show(r), ui::QtMessageHost::kNoAnswer);
+    QVERIFY(openBox() == nullptr);
+}
+
+void MessageBoxTest::abandonedBoxNoLongerWritesToTheRequest() {
+    MessageRequest r = request("Name", "1");
+    int text = MBAddCtl("TextBox", "3000", "kept", r, true);
+    MessageBoxDialog box(r, "Tavelo", "Main");
+    QVERIFY(showActive(box));
+    qobject_cast<QLineEdit*>(box.control(text))->setText("changed");
+    box.abandon();
+    QVERIFY(!box.isVisible());
+    box.pressButton(1);
+    QCOMPARE(box.answer(), 0);
+    QCOMPARE(QString::fromStdString(r.values[static_cast<size_t>(text)]), QString("kept"));
 }
 
 QTEST_MAIN(MessageBoxTest)
