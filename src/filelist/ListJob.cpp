@@ -321,7 +321,7 @@ private:
                 keyGrew_[k] = true;
             }
             row_[k] = std::move(texts.key);
-            row_[pos] = std::move(texts.display);
+            row_[pos] = clean && displayMask.empty() ? cleanCell(texts.display) : std::move(texts.display);
         } else if (!displayMask.empty()) {
             row_[pos] = formatCellTexts(value, displayMask, {}, false).display;
         } else {
