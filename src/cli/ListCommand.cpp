@@ -181,18 +181,7 @@ std::string readColumns(const std::string& list, EngineSession* session, std::ve
         UserColumn u;
         if (definition.empty() || !parseUserColumn(definition, u))
             return "Invalid column specified. Will not be included in list >>" + item + "<< ";
-        int number = -1;
-        for (const UserColumn& other : users)
-            if (other.def.textFrom == u.def.textFrom && other.def.textTo == u.def.textTo &&
-                other.def.inFileWithTitle == u.def.inFileWithTitle && other.format == u.format &&
-                other.dataType == u.dataType)
-                number = other.def.colType;
-        if (number < 0) {
-            number = kFirstUserColType + static_cast<int>(users.size());
-            u.def.colType = number;
-            users.push_back(u);
-        }
-        out.push_back(number);
+        out.push_back(DefineUserColumn(users, std::move(u)));
     }
     return {};
 }

@@ -107,6 +107,19 @@ ColumnLayout SetUpListColumns(const ColumnRequest& request, const ColumnSpecs& s
     return layout;
 }
 
+int DefineUserColumn(std::vector<UserColumn>& defined, UserColumn column) {
+    for (const UserColumn& u : defined)
+        if (u.def.textFrom == column.def.textFrom && u.def.textTo == column.def.textTo &&
+            u.def.inFileWithTitle == column.def.inFileWithTitle && u.format == column.format &&
+            u.dataType == column.dataType)
+            return u.def.colType;
+    int number = kFirstUserColType;
+    for (const UserColumn& u : defined) number = std::max(number, u.def.colType + 1);
+    column.def.colType = number;
+    defined.push_back(std::move(column));
+    return number;
+}
+
 bool parseUserColumn(const std::string& definition, UserColumn& out, std::string* name) {
     std::size_t separators = 0;
     int depth = 0;

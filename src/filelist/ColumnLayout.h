@@ -54,6 +54,12 @@ struct ColumnLayout {
 
 ColumnLayout SetUpListColumns(const ColumnRequest& request, const ColumnSpecs& specs, const WindowFormats& formats);
 
+// `DefineUserColumn`: the number of a user column among those defined so
+// far in this run. One with the same texts, format and data type (case
+// counts) is the same column, whatever its name and caption; any other gets
+// the next number from 27.
+int DefineUserColumn(std::vector<UserColumn>& defined, UserColumn column);
+
 // A user column definition: `name;[textfrom];[textto];[infilewithtitle];;format;data type;caption`,
 // each free text field in `[ ]`. False when fewer than four separators are present.
 bool parseUserColumn(const std::string& definition, UserColumn& out, std::string* name = nullptr);

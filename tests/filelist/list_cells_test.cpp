@@ -150,6 +150,27 @@ TEST(ListColumns, UserColumnDefinitions) {
     EXPECT_FALSE(parseUserColumn("[Short];[a];[b]", u));
 }
 
+TEST(ListColumns, UserColumnsDifferingOnlyInNameOrCaptionAreOne) {
+    std::vector<UserColumn> defined;
+    UserColumn a, b, c;
+    ASSERT_TRUE(parseUserColumn("[First];[<h1>];[</h1>];[];[];[];[];[One]", a));
+    ASSERT_TRUE(parseUserColumn("[Second];[<h1>];[</h1>];[];[];[];[];[Two]", b));
+    ASSERT_TRUE(parseUserColumn("[Third];[<H1>];[</h1>];[];[];[];[];[One]", c));
+    EXPECT_EQ(DefineUserColumn(defined, a), 27);
+    EXPECT_EQ(DefineUserColumn(defined, b), 27);
+    EXPECT_EQ(DefineUserColumn(defined, c), 28) << "texts compare with case";
+    EXPECT_EQ(defined.size(), 2u);
+
+    // A window that asks for both shows one column.
+    ColumnRequest request;
+    request.colTypes = {1, 27, 27, 28};
+    request.userColumns = defined;
+    ColumnLayout layout = SetUpListColumns(request, factoryColumnSpecs(), WindowFormats{});
+    EXPECT_EQ(layout.visibleCount, 3);
+    EXPECT_EQ(layout.userColumns.size(), 2u);
+    EXPECT_TRUE(layout.wanted(10)) << "the Title comes along, hidden";
+}
+
 // ---- cells ----
 
 TEST_F(ListCells, NamesTypesAndDirectories) {
