@@ -19,11 +19,16 @@
 #include <QTextEdit>
 #include <QTimer>
 #include <QUrl>
+#include <QIcon>
+#include <QImage>
+#include <QPixmap>
 #include <algorithm>
+#include <any>
 #include <cmath>
 
 #include "core/ListText.h"
 #include "dialogs/MessageText.h"
+#include "dialogs/PictureTable.h"
 
 namespace tav::ui {
 
@@ -73,6 +78,17 @@ std::optional<double> givenWidth(const ControlSpec& spec) {
     double width = *w;
     if (auto size = spec.fontSize(); size && *size / 8.0 > 1.2) width = width * *size / 8.0;
     return width;
+}
+
+// A picture from the picture table: a QPixmap, QImage or QIcon, or the name
+// of an image file (std::string or QString).
+QPixmap pictureOf(const std::any& stored) {
+    if (auto* p = std::any_cast<QPixmap>(&stored)) return *p;
+    if (auto* i = std::any_cast<QImage>(&stored)) return QPixmap::fromImage(*i);
+    if (auto* c = std::any_cast<QIcon>(&stored)) return c->pixmap(32, 32);
+    if (auto* f = std::any_cast<QString>(&stored)) return QPixmap(*f);
+    if (auto* f = std::any_cast<std::string>(&stored)) return QPixmap(qs(*f));
+    return {};
 }
 
 }  // namespace
@@ -199,7 +215,12 @@ void MessageBoxDialog::build() {
     case MessageIcon::Information: pixmap = QStyle::SP_MessageBoxInformation; break;
     case MessageIcon::None: break;
     }
-    if (options_.iconFromForm() && parentWidget() && !parentWidget()->window()->windowIcon().isNull()) {
+    QPixmap picture;
+    if (auto slot = options_.pictureSlot()) picture = pictureOf(PictureTable::shared().take(*slot));
+    if (!picture.isNull()) {
+        icon_->setPixmap(picture);
+        pictureGiven_ = true;
+    } else if (options_.iconFromForm() && parentWidget() && !parentWidget()->window()->windowIcon().isNull()) {
         icon_->setPixmap(parentWidget()->window()->windowIcon().pixmap(32, 32));
     } else if (pixmap != QStyle::SP_CustomBase) {
         int side = style()->pixelMetric(QStyle::PM_MessageBoxIconSize, nullptr, this);
@@ -215,6 +236,7 @@ void MessageBoxDialog::build() {
     message_->setTextFormat(Qt::RichText);
     message_->setTextInteractionFlags(Qt::NoTextInteraction);
     message_->setText(messageRichText(request_.message));
+    if (pictureGiven_) message_->setAttribute(Qt::WA_TranslucentBackground);
     QFont msgFont = font();
     if (options_.textBold()) msgFont.setBold(true);
     if (auto size = options_.textSize(); size && *size > 0) msgFont.setPointSize(*size);

@@ -92,6 +92,7 @@ private:
     std::string keyData_;  // "keycode|shift|control" of the last key down
     bool textGiven_ = false;
     bool shown_ = false;
+    bool pictureGiven_ = false;  // SetPic
     bool detached_ = false;
 };
 

@@ -71,7 +71,7 @@ MessageRequest MessageBoxGallery::sample(const QString& name) {
     }
     if (name == "Combo and label row") {
         MessageRequest r = make("Find files", "1", "Default and Min Width=7000|");
-        MBAddCtl("Label", "", "File &types [t]:", r, true);
+        MBAddCtl("Label", "", "File types [t]:", r, true);
         MBAddCtl("_ComboBox", "", "CBtxt*.htm", r);
         for (const char* item : {"*.txt", "*.htm", "*.*"}) MBAddListItem(item, -1, r);
         MBAddCtl("Label", "", "Containing [c]:", r);

@@ -32,6 +32,9 @@ private:
     std::atomic<bool> done_{false};
 };
 
+// The box stands over the host's window, else over the active window.
+QWidget* boxParent(QWidget* parent) { return parent ? parent : QApplication::activeWindow(); }
+
 QString mainCaption(QWidget* parent) {
     if (parent) return parent->window()->windowTitle();
     return QApplication::applicationName();
@@ -40,7 +43,7 @@ QString mainCaption(QWidget* parent) {
 }  // namespace
 
 int QtMessageHost::showOnUiThread(MessageRequest& request) {
-    QWidget* parent = parent_.data();
+    QWidget* parent = boxParent(parent_.data());
     MessageBoxDialog box(request, QApplication::applicationName(), mainCaption(parent), parent);
     box.exec();
     return box.answer();
@@ -64,8 +67,8 @@ int QtMessageHost::show(MessageRequest& request) {
         QMetaObject::invokeMethod(
             app,
             [pending, parent, asked]() mutable {
-                auto* box = new MessageBoxDialog(*asked, QApplication::applicationName(),
-                                                 mainCaption(parent.data()), parent.data());
+                QWidget* over = boxParent(parent.data());
+                auto* box = new MessageBoxDialog(*asked, QApplication::applicationName(), mainCaption(over), over);
                 QObject::connect(box, &QDialog::finished, box, [pending, box](int) {
                     pending->set(box->answer());
                     box->deleteLater();

@@ -19,6 +19,7 @@
 
 #include "dialogs/MessageBoxState.h"
 #include "dialogs/MessageBuilder.h"
+#include "dialogs/PictureTable.h"
 #include "ui/MessageBoxDialog.h"
 #include "ui/QtMessageHost.h"
 
@@ -78,6 +79,7 @@ private slots:
     void fourteenButtonsThreeALineMakeFiveCentredLines();
     void messageSitsBesideTheIconAndButtonsBelow();
     void messageKeepsAmpersandsAndUnderlinesTheMarkedLetter();
+    void setPicShowsThePictureOfItsSlotAndFreesIt();
     void titleFollowsTheTitleRule();
     void textBoxEditIsWrittenBack();
     void multiLineTextBoxEditIsWrittenBack();
@@ -295,6 +297,20 @@ void MessageBoxTest::messageKeepsAmpersandsAndUnderlinesTheMarkedLetter() {
     QVERIFY(text.contains("Copy &amp; move"));
     QVERIFY(text.contains("<u>f</u>iles"));
     QVERIFY(!text.contains("#H160#"));
+}
+
+void MessageBoxTest::setPicShowsThePictureOfItsSlotAndFreesIt() {
+    QPixmap picture(48, 20);
+    picture.fill(Qt::red);
+    const int slot = PictureTable::shared().put(picture);
+    const int used = PictureTable::shared().used();
+    MessageRequest r = request("With a picture", "0", "SetPic=" + std::to_string(slot) + "|");
+    MessageBoxDialog box(r, "Tavelo", "Main");
+    box.show();
+    QVERIFY(box.iconLabel()->isVisible());
+    QCOMPARE(box.iconLabel()->pixmap().size(), QSize(48, 20));
+    QVERIFY(box.messageLabel()->x() > box.iconLabel()->geometry().right());
+    QCOMPARE(PictureTable::shared().used(), used - 1);
 }
 
 void MessageBoxTest::titleFollowsTheTitleRule() {
