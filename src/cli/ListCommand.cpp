@@ -11,6 +11,7 @@
 #include "cli/Commands.h"
 #include "cli/EngineSession.h"
 #include "core/ListText.h"
+#include "core/Utf8.h"
 #include "filelist/ColumnLayout.h"
 #include "filelist/ColumnTypes.h"
 #include "filelist/JobContext.h"
@@ -186,6 +187,15 @@ std::string readColumns(const std::string& list, EngineSession* session, std::ve
     return {};
 }
 
+// A cell as one field of a printed line: UTF-8 (names that are not are read
+// as Windows-1252), with no tabs or line ends of its own.
+std::string printable(const std::string& cell) {
+    std::string text = toUtf8(cell);
+    for (char& c : text)
+        if (c == '\t' || c == '\n' || c == '\r') c = ' ';
+    return text;
+}
+
 }  // namespace
 
 int runList(const CommandContext& ctx) {
@@ -262,7 +272,7 @@ int runList(const CommandContext& ctx) {
         line.clear();
         for (std::size_t i = 0; i < shown.size(); ++i) {
             if (i) line += '\t';
-            if (shown[i] < r.cells.size()) line += r.cells[shown[i]];
+            if (shown[i] < r.cells.size()) line += printable(r.cells[shown[i]]);
         }
         ctx.out << line << '\n';
     }

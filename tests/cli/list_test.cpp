@@ -143,3 +143,11 @@ TEST_F(ListCommand, UserColumnsComeFromTheDataDirectory) {
     ListRun r = runList(scratch, {"--columns", "FileName|H1 Heading", root()});
     EXPECT_EQ(r.code, 2);
 }
+
+TEST_F(ListCommand, NamesThatAreNotUtf8PrintAsWindows1252OnOneLine) {
+    tavtest::TempDir odd;
+    odd.write("caf\xe9.txt", "x");
+    odd.write("two\nlines.txt", "x");
+    ListRun r = runList(scratch, {"--columns", "FileName", "--sort", "1", odd.str()});
+    EXPECT_EQ(linesOf(r.out), (std::vector<std::string>{"FileName", "caf\xc3\xa9", "two lines"}));
+}
