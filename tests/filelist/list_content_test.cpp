@@ -8,6 +8,7 @@
 
 #include "core/AppError.h"
 #include "filelist/ListJob.h"
+#include "filelist/RowBatcher.h"
 #include "filelist/RowTable.h"
 #include "support/TempDir.h"
 
@@ -266,4 +267,47 @@ TEST(ListThreads, AVanishedFileIsReportedFromAWorker) {
     ASSERT_EQ(table.rows().size(), 1u);
     ASSERT_EQ(table.errors().size(), 1u);
     EXPECT_EQ(table.errors()[0].text, "Error opening file >>" + dir.str() + "/a.htm<<.");
+}
+
+// ---- batches for a slow receiver ----
+
+TEST(ListBatches, RowsGoOnInBatchesAtMostTenASecondAndAllAtTheEnd) {
+    std::vector<std::size_t> batches;
+    std::vector<std::string> paths;
+    bool finished = false;
+    RowBatcher::Receiver to;
+    to.rows = [&](std::vector<Row>&& rows) {
+        batches.push_back(rows.size());
+        for (const Row& r : rows) paths.push_back(r.path);
+        return paths.size() < 25;
+    };
+    to.finish = [&](const ListTotals&) { finished = true; };
+    RowBatcher batcher(to);
+    RowBatcher::Clock::time_point now{};
+    batcher.setClock([&] { return now; });
+    batcher.begin({});
+    bool going = true;
+    for (int i = 0; i < 30 && going; ++i) {
+        now += std::chrono::milliseconds(10);
+        Row r;
+        r.path = std::to_string(i);
+        going = batcher.row(std::move(r));
+    }
+    EXPECT_FALSE(going) << "the receiver's stop reaches the job";
+    EXPECT_EQ(batches, (std::vector<std::size_t>{10, 10, 10}));
+    batcher.finish({});
+    EXPECT_TRUE(finished);
+    ASSERT_EQ(paths.size(), 30u);
+    for (int i = 0; i < 30; ++i) EXPECT_EQ(paths[static_cast<std::size_t>(i)], std::to_string(i));
+
+    // A short list arrives whole at the end.
+    batches.clear();
+    paths.clear();
+    batcher.begin({});
+    Row r;
+    r.path = "only";
+    EXPECT_TRUE(batcher.row(std::move(r)));
+    EXPECT_TRUE(batches.empty());
+    batcher.finish({});
+    EXPECT_EQ(batches, std::vector<std::size_t>{1});
 }
