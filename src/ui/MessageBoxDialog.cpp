@@ -803,17 +803,9 @@ bool MessageBoxDialog::handleKey(QKeyEvent* event) {
     keyData_ = std::to_string(code) + "|" + std::to_string(shift) + "|" + activeControlName().toStdString();
     if (answer_ != 0) return false;
 
-    if (!isLoneModifier(key)) {
-        if (options_.anyKeyHides()) {
-            hideByKey();
-            return true;
-        }
-        for (const KeyHide& hide : options_.keyHides()) {
-            if (hide.keyCode == code && hide.shift == shift) {
-                hideByKey();
-                return true;
-            }
-        }
+    if (hidesOn(event)) {
+        hideByKey();
+        return true;
     }
 
     // Accelerators without Alt, unless typing goes into a text control.
@@ -880,7 +872,30 @@ bool MessageBoxDialog::acceleratorKey(int code) {
     return false;
 }
 
+bool MessageBoxDialog::hidesOn(const QKeyEvent* event) const {
+    if (isLoneModifier(event->key())) return false;
+    if (options_.anyKeyHides()) return true;
+    const int code = messageBoxKeyCode(event->key());
+    const int shift = messageBoxShiftMask(event->modifiers());
+    for (const KeyHide& hide : options_.keyHides())
+        if (hide.keyCode == code && hide.shift == shift) return true;
+    return false;
+}
+
+bool MessageBoxDialog::event(QEvent* event) {
+    // A key that hides the box comes before the buttons' own shortcuts.
+    if (event->type() == QEvent::ShortcutOverride && hidesOn(static_cast<QKeyEvent*>(event))) {
+        event->accept();
+        return true;
+    }
+    return QDialog::event(event);
+}
+
 bool MessageBoxDialog::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::ShortcutOverride && watched != this && hidesOn(static_cast<QKeyEvent*>(event))) {
+        event->accept();
+        return true;
+    }
     if (event->type() != QEvent::KeyPress || watched == this) return QDialog::eventFilter(watched, event);
     auto* key = static_cast<QKeyEvent*>(event);
     // Keys reach the box's rules before the control that has the focus.

@@ -54,6 +54,7 @@ public:
     void setVisible(bool visible) override;
 
 protected:
+    bool event(QEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
@@ -76,6 +77,7 @@ private:
     void writeBack();
     void runListAction(const ListActionSpec& action, const QString& text);
     bool handleKey(QKeyEvent* event);
+    bool hidesOn(const QKeyEvent* event) const;
     bool acceleratorKey(int key);
     void hideByKey();
     QString activeControlName() const;

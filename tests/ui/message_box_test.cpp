@@ -540,6 +540,16 @@ void MessageBoxTest::anyKeyHidesReturnsMinusTwoWithTheKey() {
     QCOMPARE(box.result(), -2);
     QVERIFY(!box.isVisible());
     QVERIFY2(QString::fromStdString(r.values[0]).startsWith("81|2|"), r.values[0].c_str());
+
+    // Even a button's own Alt shortcut hides the box.
+    MessageRequest yes = request("Press any key", "4", "Any Key Hides|");
+    MessageBoxDialog second(yes, "Tavelo", "Main");
+    QVERIFY(showActive(second));
+    type(second, Qt::Key_Y, Qt::AltModifier);
+    QCOMPARE(second.answer(), -2);
+    QTest::qWait(150);  // no animated click follows
+    QCOMPARE(second.answer(), -2);
+    QVERIFY(QString::fromStdString(yes.values[0]).startsWith("89|4|"));
 }
 
 void MessageBoxTest::keyHidesOnlyForThatKey() {
