@@ -138,6 +138,7 @@ private:
         options.subdirs = entry.subdirs;
         options.showHidden = spec_.includeSystemEntry;
         options.showSystem = spec_.includeHiddenEntry;
+        options.birthTimes = wanted(col::CreatedDate) || wanted(col::CreatedTime);
         WalkHooks hooks;
         hooks.found = [this](const FoundItem& item) { return ProcessFoundItem(item); };
         hooks.stopRequested = [this] { return stopped_ || job_.stopRequested(); };

@@ -50,7 +50,8 @@ public:
     bool walk(const std::string& directory) {
         if (!enter(directory)) return true;
         std::vector<FoundItem> items;
-        const bool read = hooks_.lister ? hooks_.lister(directory, items) : listDirectory(directory, items);
+        const bool read =
+            hooks_.lister ? hooks_.lister(directory, items) : listDirectory(directory, items, options_.birthTimes);
         if (!read) return true;
         std::vector<std::string> subdirs;
         for (const FoundItem& item : items) {
@@ -84,7 +85,7 @@ private:
 
 }  // namespace
 
-bool listDirectory(const std::string& directory, std::vector<FoundItem>& items) {
+bool listDirectory(const std::string& directory, std::vector<FoundItem>& items, bool birthTimes) {
     items.clear();
     const std::string dir = withSeparator(directory);
     DIR* d = ::opendir(dir.c_str());
@@ -113,7 +114,7 @@ bool listDirectory(const std::string& directory, std::vector<FoundItem>& items) 
         item.size = item.isDirectory ? -1 : static_cast<std::int64_t>(st.st_size);
         item.modified = static_cast<std::int64_t>(st.st_mtime);
         item.accessed = static_cast<std::int64_t>(st.st_atime);
-        item.created = birthTime(fd, e->d_name, st, follow);
+        item.created = birthTimes ? birthTime(fd, e->d_name, st, follow) : static_cast<std::int64_t>(st.st_ctime);
         items.push_back(std::move(item));
     }
     ::closedir(d);

@@ -24,7 +24,7 @@ struct FoundItem {
     std::int64_t size = -1;        // -1 for a directory or when not known
     std::int64_t modified = 0;     // POSIX seconds
     std::int64_t accessed = 0;
-    std::int64_t created = 0;      // birth time where the system keeps one, else the change time
+    std::int64_t created = 0;      // birth time where asked for and kept, else the change time
     std::string path() const { return directory + name; }
 };
 
@@ -33,12 +33,13 @@ struct WalkOptions {
     bool subdirs = false;
     bool showHidden = false;
     bool showSystem = false;
+    bool birthTimes = false;  // look up creation times (one more call a file)
 };
 
 // Lists one directory: its items, with their data, in enumeration order.
 // False when the directory cannot be read.
 using DirectoryLister = std::function<bool(const std::string& directory, std::vector<FoundItem>& items)>;
-bool listDirectory(const std::string& directory, std::vector<FoundItem>& items);
+bool listDirectory(const std::string& directory, std::vector<FoundItem>& items, bool birthTimes = false);
 
 struct WalkHooks {
     // Each item that passes the filters; false stops the whole walk.
