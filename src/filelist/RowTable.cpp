@@ -59,6 +59,14 @@ void RowTable::RewriteWidenedKeys() {
     }
 }
 
+void RowTable::growKeyMask(std::size_t column, const std::string& mask) {
+    totals_.keyMasks.resize(columns_.size());
+    totals_.keyGrew.resize(columns_.size());
+    totals_.keyMasks[column] = mask;
+    totals_.keyGrew[column] = true;
+    RewriteWidenedKeys();
+}
+
 namespace {
 
 int compareNoCase(const std::string& a, const std::string& b) {
@@ -122,12 +130,7 @@ void Renumber(RowTable& table) {
     }
     if (key >= 0 && keyMask != columns[static_cast<std::size_t>(key)].mask) {
         // Grown on the way: the rows before the growth get the long key too.
-        ListTotals t = table.totals();
-        t.keyMasks.resize(columns.size());
-        t.keyGrew.resize(columns.size());
-        t.keyMasks[static_cast<std::size_t>(key)] = keyMask;
-        t.keyGrew[static_cast<std::size_t>(key)] = true;
-        table.finish(t);
+        table.growKeyMask(static_cast<std::size_t>(key), keyMask);
     }
 }
 

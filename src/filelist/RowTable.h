@@ -44,6 +44,8 @@ public:
     // `RewriteWidenedKeys`: every key cell of a grown column through its
     // grown mask.
     void RewriteWidenedKeys();
+    // A key column's mask grown after the run: every row's key rewritten.
+    void growKeyMask(std::size_t column, const std::string& mask);
 
 private:
     std::vector<ListColumn> columns_;
