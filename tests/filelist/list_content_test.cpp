@@ -311,3 +311,19 @@ TEST(ListBatches, RowsGoOnInBatchesAtMostTenASecondAndAllAtTheEnd) {
     batcher.finish({});
     EXPECT_EQ(batches, std::vector<std::size_t>{1});
 }
+
+TEST(ListProgress, AJobReportsWhatItHasDone) {
+    tavtest::TempDir dir;
+    for (int i = 0; i < 5; ++i) dir.write("f" + std::to_string(i), "x");
+    JobContext job;
+    JobContext::Clock::time_point now{};
+    job.setClock([&] { return now += std::chrono::milliseconds(150); });
+    std::vector<JobProgress> reports;
+    job.setProgressHandler([&](const JobProgress& p) { reports.push_back(p); });
+    RowTable table;
+    FindAndListFiles(specFor("{" + dir.str() + "/}", {1}), job, table);
+    ASSERT_EQ(reports.size(), 5u);
+    EXPECT_EQ(reports.back().filesListed, 5);
+    EXPECT_EQ(reports.back().filesExamined, 5);
+    EXPECT_EQ(reports.back().current, dir.str() + "/");
+}
