@@ -15,7 +15,10 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QScreen>
+#include <QHeaderView>
+#include <QScrollBar>
 #include <QStyle>
+#include <QTableWidget>
 #include <QTextEdit>
 #include <QTimer>
 #include <QUrl>
@@ -397,6 +400,8 @@ QWidget* MessageBoxDialog::makeControl(Control& c) {
         break;
     }
     case ControlKind::Grid:
+        w = makeGrid(c);
+        break;
     case ControlKind::JustAddHeight:
     case ControlKind::AddButtonsBeforeRest:
     case ControlKind::Unknown:
@@ -405,6 +410,116 @@ QWidget* MessageBoxDialog::makeControl(Control& c) {
     QFont f = controlFont(spec, w->font());
     if (f != w->font()) w->setFont(f);
     return w;
+}
+
+namespace {
+
+constexpr const char* kScrollPlace = "tavScrollPlace";
+
+// The numbers of a grid value "row|col|rowSel|colSel|topRow|leftCol"; -1 for
+// a missing one.
+std::vector<int> gridNumbers(const std::string& value) {
+    std::vector<int> out;
+    for (const std::string& item : splitItems(value))
+        out.push_back(isNumericText(item) ? static_cast<int>(std::lround(optionNumber(item))) : -1);
+    out.resize(6, -1);
+    return out;
+}
+
+Qt::Alignment gridAlignment(int code) {
+    Qt::Alignment horizontal = code >= 6 && code <= 8 ? Qt::AlignRight
+                               : code >= 3 && code <= 5 ? Qt::AlignHCenter
+                                                        : Qt::AlignLeft;
+    Qt::Alignment vertical = code < 0 || code > 8 ? Qt::AlignVCenter
+                             : code % 3 == 0      ? Qt::AlignTop
+                             : code % 3 == 2      ? Qt::AlignBottom
+                                                  : Qt::AlignVCenter;
+    return horizontal | vertical;
+}
+
+}  // namespace
+
+QWidget* MessageBoxDialog::makeGrid(const Control& c) {
+    const ControlSpec& spec = c.spec;
+    const std::vector<std::string>& list = request_.lists[static_cast<size_t>(c.index)];
+    auto* grid = new QTableWidget(this);
+    grid->setObjectName(QString("fGrid(%1)").arg(c.index));
+    grid->horizontalHeader()->hide();
+    grid->verticalHeader()->hide();
+    grid->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    grid->setSelectionMode(QAbstractItemView::ContiguousSelection);
+    grid->setSelectionBehavior(QAbstractItemView::SelectItems);
+    grid->setHorizontalScrollMode(QAbstractItemView::ScrollPerItem);
+    grid->setVerticalScrollMode(QAbstractItemView::ScrollPerItem);
+    size_t rows = list.size() > 1 ? list.size() - 1 : 0;
+    if (spec.rowsToFill() > 0) rows = std::min(rows, static_cast<size_t>(spec.rowsToFill()));
+    std::vector<QStringList> cells;
+    int columns = 0;
+    for (size_t r = 1; r <= rows; ++r) {
+        cells.push_back(qs(list[r]).split('\t'));
+        columns = std::max(columns, static_cast<int>(cells.back().size()));
+    }
+    grid->setRowCount(static_cast<int>(cells.size()));
+    grid->setColumnCount(columns);
+    const int fixedRows = std::min(spec.fixedRows(), grid->rowCount());
+    const int fixedColumns = std::min(spec.fixedColumns(), columns);
+    const std::vector<int> alignments = spec.columnAlignments();
+    QFont fixedFont = grid->font();
+    fixedFont.setBold(true);
+    for (int r = 0; r < grid->rowCount(); ++r) {
+        for (int col = 0; col < columns; ++col) {
+            const QStringList& row = cells[static_cast<size_t>(r)];
+            auto* item = new QTableWidgetItem(col < row.size() ? row[col] : QString());
+            if (static_cast<size_t>(col) < alignments.size())
+                item->setTextAlignment(gridAlignment(alignments[static_cast<size_t>(col)]));
+            if (r < fixedRows || col < fixedColumns) {
+                item->setFlags(Qt::ItemIsEnabled);
+                item->setBackground(palette().button());
+                item->setFont(fixedFont);
+            }
+            grid->setItem(r, col, item);
+        }
+    }
+    const std::vector<int> widths = spec.columnWidths();
+    for (int col = 0; col < columns; ++col) {
+        if (static_cast<size_t>(col) < widths.size() && widths[static_cast<size_t>(col)] >= 0)
+            grid->setColumnWidth(col, px(widths[static_cast<size_t>(col)]));
+        else
+            grid->resizeColumnToContents(col);
+    }
+    if (auto bars = spec.scrollBars()) {
+        grid->setHorizontalScrollBarPolicy(*bars == 1 || *bars == 3 ? Qt::ScrollBarAsNeeded : Qt::ScrollBarAlwaysOff);
+        grid->setVerticalScrollBarPolicy(*bars == 2 || *bars == 3 ? Qt::ScrollBarAsNeeded : Qt::ScrollBarAlwaysOff);
+    }
+    if (auto lines = spec.gridLines(); lines && *lines == 0) grid->setShowGrid(false);
+
+    // The start: the value's selection and scroll place, or columns a to b.
+    const std::vector<int> n = gridNumbers(list.empty() ? std::string() : list[0]);
+    auto inRows = [&](int r) { return std::clamp(r, 0, std::max(0, grid->rowCount() - 1)); };
+    auto inColumns = [&](int col) { return std::clamp(col, 0, std::max(0, columns - 1)); };
+    if (grid->rowCount() > 0 && columns > 0) {
+        if (auto range = spec.initialColumns()) {
+            const int top = inRows(fixedRows);
+            grid->setCurrentCell(top, inColumns(range->first), QItemSelectionModel::NoUpdate);
+            grid->setRangeSelected(QTableWidgetSelectionRange(top, inColumns(range->first), grid->rowCount() - 1,
+                                                              inColumns(range->second)), true);
+        } else if (n[0] >= 0 && n[1] >= 0) {
+            const int row = inRows(n[0]);
+            const int col = inColumns(n[1]);
+            const int rowSel = n[2] >= 0 ? inRows(n[2]) : row;
+            const int colSel = n[3] >= 0 ? inColumns(n[3]) : col;
+            grid->setCurrentCell(row, col, QItemSelectionModel::NoUpdate);
+            grid->setRangeSelected(QTableWidgetSelectionRange(std::min(row, rowSel), std::min(col, colSel),
+                                                              std::max(row, rowSel), std::max(col, colSel)), true);
+        }
+        // The scroll place is set once the box is shown and the grid has its size.
+        grid->setProperty(kScrollPlace, QPoint(n[5] >= 0 ? inColumns(n[5]) : 0, n[4] >= 0 ? inRows(n[4]) : 0));
+    }
+    const ListActionSpec action = spec.doubleClickAction();
+    connect(grid, &QTableWidget::cellDoubleClicked, this, [this, grid, action](int r, int col) {
+        runListAction(action, grid->item(r, col) ? grid->item(r, col)->text() : QString());
+    });
+    return grid;
 }
 
 void MessageBoxDialog::applySelection(const ControlSpec& spec, QWidget* w) {
@@ -439,8 +554,14 @@ void MessageBoxDialog::setVisible(bool visible) {
     shown_ = true;
     // Showing a dialog hands its focus widget a Tab focus, which selects a
     // line edit's whole text: the text boxes get the selection of their spec.
-    for (const Control& c : controls_)
+    for (const Control& c : controls_) {
         if (c.spec.kind == ControlKind::TextBox && c.widget) applySelection(c.spec, c.widget);
+        if (auto* grid = qobject_cast<QTableWidget*>(c.widget)) {
+            const QPoint place = grid->property(kScrollPlace).toPoint();
+            grid->horizontalScrollBar()->setValue(place.x());
+            grid->verticalScrollBar()->setValue(place.y());
+        }
+    }
 }
 
 void MessageBoxDialog::layoutBox() {
@@ -496,7 +617,7 @@ void MessageBoxDialog::layoutBox() {
             int w = 0;
             if (auto given = givenWidth(c.spec)) w = px(*given);
             else if (c.spec.kind == ControlKind::TextBox || c.spec.kind == ControlKind::ListBox ||
-                     c.spec.kind == ControlKind::ComboBox) w = px(kDesignedWidth);
+                     c.spec.kind == ControlKind::ComboBox || c.spec.kind == ControlKind::Grid) w = px(kDesignedWidth);
             else if (c.spec.kind == ControlKind::CommandButton) w = buttonWidth;
             else if (c.spec.kind != ControlKind::Shape) w = std::min(c.widget->sizeHint().width(), limit);
             rowWidth += w;
@@ -601,7 +722,7 @@ void MessageBoxDialog::layoutBox() {
             else if (c.label) h = c.label->heightForWidth(widths[k]);
             else if (c.spec.kind == ControlKind::TextBox && c.spec.multiLine())
                 h = QFontMetrics(c.widget->font()).lineSpacing() * 4 + 2 * c.widget->style()->pixelMetric(QStyle::PM_DefaultFrameWidth) + 8;
-            else if (c.spec.kind == ControlKind::ListBox)
+            else if (c.spec.kind == ControlKind::ListBox || c.spec.kind == ControlKind::Grid)
                 h = QFontMetrics(c.widget->font()).lineSpacing() * kListRows + 2 * c.widget->style()->pixelMetric(QStyle::PM_DefaultFrameWidth) + 4;
             else if (c.spec.kind == ControlKind::CommandButton) h = buttonHeight;
             else if (c.spec.kind == ControlKind::Shape) h = std::max(2, px(kMinRowHeight) * c.spec.intField(1).value_or(100) / 100);
@@ -756,6 +877,24 @@ std::string MessageBoxDialog::listValue(const Control& c) const {
         for (size_t k = 0; k < rows.size(); ++k) out += (k ? "|" : "") + std::to_string(rows[k]);
         return out;
     }
+    if (auto* grid = qobject_cast<QTableWidget*>(c.widget)) {
+        const int row = grid->currentRow();
+        const int col = grid->currentColumn();
+        int rowSel = row;
+        int colSel = col;
+        for (const QTableWidgetSelectionRange& range : grid->selectedRanges()) {
+            if (row < range.topRow() || row > range.bottomRow() || col < range.leftColumn() ||
+                col > range.rightColumn())
+                continue;
+            rowSel = row == range.topRow() ? range.bottomRow() : range.topRow();
+            colSel = col == range.leftColumn() ? range.rightColumn() : range.leftColumn();
+            break;
+        }
+        const int top = grid->rowAt(0);
+        const int left = grid->columnAt(0);
+        return std::to_string(row) + "|" + std::to_string(col) + "|" + std::to_string(rowSel) + "|" +
+               std::to_string(colSel) + "|" + std::to_string(std::max(top, 0)) + "|" + std::to_string(std::max(left, 0));
+    }
     if (auto* cb = qobject_cast<QComboBox*>(c.widget)) {
         int index = cb->currentIndex();
         if (cb->isEditable() && cb->currentText() != cb->itemText(index)) index = cb->findText(cb->currentText());
@@ -781,6 +920,7 @@ void MessageBoxDialog::writeBack() {
             break;
         case ControlKind::ListBox:
         case ControlKind::ComboBox:
+        case ControlKind::Grid:
             if (list.empty()) list.emplace_back();
             list[0] = listValue(c);
             break;
@@ -912,6 +1052,10 @@ bool MessageBoxDialog::eventFilter(QObject* watched, QEvent* event) {
             }
             if (auto* cb = qobject_cast<QComboBox*>(c.widget)) {
                 runListAction(action, cb->currentText());
+                return true;
+            }
+            if (auto* grid = qobject_cast<QTableWidget*>(c.widget)) {
+                runListAction(action, grid->currentItem() ? grid->currentItem()->text() : QString());
                 return true;
             }
             break;

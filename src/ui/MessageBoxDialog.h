@@ -3,6 +3,9 @@
 // lines, the controls of the request with their values) and, when a button
 // is pressed, writes the controls' results back into the request.
 //
+// A Grid's rows are the rows of its Lists column with the cells separated by
+// tabs; its fixed rows and columns count in its row and column numbers.
+//
 // Threads: built, shown and answered on the UI thread only. The request must
 // outlive the box's answer; after finished() the box no longer touches it.
 #include <QDialog>
@@ -70,6 +73,7 @@ private:
 
     void build();
     QWidget* makeControl(Control& control);
+    QWidget* makeGrid(const Control& control);
     void layoutBox();
     static void applySelection(const ControlSpec& spec, QWidget* w);
     int placeButtons(int top, int left, int width);

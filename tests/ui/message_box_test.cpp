@@ -13,6 +13,7 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QTableWidget>
 #include <atomic>
 #include <map>
 #include <thread>
@@ -89,6 +90,8 @@ private slots:
     void listBoxWithNothingSelectedGivesMinusOne();
     void singleListBoxGivesItsListIndex();
     void comboBoxGivesTextAndIndex();
+    void gridStartsFromItsValueAndGivesTheSelectionBack();
+    void gridScrollPlaceAndColumnsSelectedAtTheStart();
     void commandButtonInTheBoxPressesItsNumber();
     void doubleClickOnAListPressesItsButtonAfterTheClick();
     void doubleClickShowsTheItemTextByDefault();
@@ -461,6 +464,55 @@ void MessageBoxTest::comboBoxGivesTextAndIndex() {
     QTest::mouseClick(box.button(1), Qt::LeftButton);
     QCOMPARE(QString::fromStdString(r.lists[static_cast<size_t>(combo)][0]), QString("*.ini|-1"));
     QCOMPARE(QString::fromStdString(r.lists[static_cast<size_t>(fixed)][0]), QString("one|0"));
+}
+
+void MessageBoxTest::gridStartsFromItsValueAndGivesTheSelectionBack() {
+    MessageRequest r = request("Columns", "1");
+    // Field 10: one fixed row; field 12: column widths; field 13: alignments.
+    int grid = MBAddCtl("Grid", "5000|2000||||||||1||{1500|1000|900}|{1|4|7}", "1|0|2|1|0|0", r, true);
+    for (const char* row : {"Name\tSize\tDate", "a.txt\t10\t2024", "b.txt\t20\t2025", "c.txt\t30\t2026"})
+        MBAddListItem(row, -1, r);
+    MessageBoxDialog box(r, "Tavelo", "Main");
+    QVERIFY(showActive(box));
+    auto* table = qobject_cast<QTableWidget*>(box.control(grid));
+    QVERIFY(table);
+    QCOMPARE(table->rowCount(), 4);
+    QCOMPARE(table->columnCount(), 3);
+    QCOMPARE(table->item(2, 1)->text(), QString("20"));
+    QCOMPARE(table->columnWidth(0), box.px(1500));
+    QCOMPARE(table->item(1, 2)->textAlignment(), int(Qt::AlignRight | Qt::AlignVCenter));
+    QVERIFY(!(table->item(0, 0)->flags() & Qt::ItemIsSelectable));  // the fixed row
+    QCOMPARE(table->currentRow(), 1);
+    QVERIFY(table->item(2, 1)->isSelected());
+    QVERIFY(!table->item(3, 0)->isSelected());
+    QTest::mouseClick(box.button(1), Qt::LeftButton);
+    QCOMPARE(QString::fromStdString(r.lists[static_cast<size_t>(grid)][0]), QString("1|0|2|1|0|0"));
+
+    MessageBoxDialog again(r, "Tavelo", "Main");
+    QVERIFY(showActive(again));
+    table = qobject_cast<QTableWidget*>(again.control(grid));
+    QTest::mouseClick(table->viewport(), Qt::LeftButton, {}, table->visualItemRect(table->item(3, 2)).center());
+    QTest::mouseClick(again.button(1), Qt::LeftButton);
+    QCOMPARE(QString::fromStdString(r.lists[static_cast<size_t>(grid)][0]), QString("3|2|3|2|0|0"));
+}
+
+void MessageBoxTest::gridScrollPlaceAndColumnsSelectedAtTheStart() {
+    MessageRequest r = request("Many rows", "1");
+    int grid = MBAddCtl("Grid", "3000|1200", "5|0|5|0|10|0", r, true);
+    for (int i = 0; i < 40; ++i) MBAddListItem("row " + std::to_string(i) + "\tx", -1, r);
+    int columns = MBAddCtl("Grid", "3000|1200||||||||1|||||||-1|1_1", "", r);
+    for (const char* row : {"h1\th2\th3", "a\tb\tc", "d\te\tf"}) MBAddListItem(row, -1, r);
+    MessageBoxDialog box(r, "Tavelo", "Main");
+    QVERIFY(showActive(box));
+    auto* table = qobject_cast<QTableWidget*>(box.control(grid));
+    QCOMPARE(table->rowAt(0), 10);
+    auto* second = qobject_cast<QTableWidget*>(box.control(columns));
+    QVERIFY(second->item(1, 1)->isSelected());
+    QVERIFY(second->item(2, 1)->isSelected());
+    QVERIFY(!second->item(1, 0)->isSelected());
+    QTest::mouseClick(box.button(1), Qt::LeftButton);
+    QCOMPARE(QString::fromStdString(r.lists[static_cast<size_t>(grid)][0]), QString("5|0|5|0|10|0"));
+    QCOMPARE(QString::fromStdString(r.lists[static_cast<size_t>(columns)][0]), QString("1|1|2|1|0|0"));
 }
 
 void MessageBoxTest::commandButtonInTheBoxPressesItsNumber() {
