@@ -7,37 +7,17 @@
 #include <string>
 #include <vector>
 
+#include "support/RunProcess.h"
 #include "support/TempDir.h"
 
 namespace {
 
-struct FindRun {
-    int code = -1;
-    std::string out;
-    std::string err;
-};
+using FindRun = tavtest::ProcessRun;
 
-std::string quoted(const std::string& s) {
-    std::string q = "'";
-    for (char c : s) q += c == '\'' ? std::string("'\\''") : std::string(1, c);
-    return q + "'";
-}
-
-FindRun runFind(const tavtest::TempDir& dir, const std::vector<std::string>& args) {
-    std::string cmd = quoted(TAVELO_EXE) + " find";
-    for (const auto& a : args) cmd += " " + quoted(a);
-    const std::string errFile = (dir / "stderr.txt").string();
-    cmd += " 2>" + quoted(errFile);
-    FindRun r;
-    FILE* p = popen(cmd.c_str(), "r");
-    if (!p) return r;
-    char buf[4096];
-    size_t n;
-    while ((n = fread(buf, 1, sizeof buf, p)) > 0) r.out.append(buf, n);
-    const int status = pclose(p);
-    r.code = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-    r.err = tavtest::readFile(errFile);
-    return r;
+FindRun runFind(const tavtest::TempDir&, const std::vector<std::string>& args) {
+    std::vector<std::string> all{"find"};
+    all.insert(all.end(), args.begin(), args.end());
+    return tavtest::runProcess(TAVELO_EXE, all);
 }
 
 std::string hitLine(long long byte, const std::string& value, long long end, long long start) {

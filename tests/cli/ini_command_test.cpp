@@ -6,24 +6,36 @@
 #include <cstdio>
 #include <sys/wait.h>
 
+#include "support/RunProcess.h"
 #include "support/TempDir.h"
 
 namespace {
-struct Outcome {
-    int code;
-    std::string out;
-};
+using Outcome = tavtest::ProcessRun;
 
-Outcome run(const std::string& args, const std::string& input = {}) {
-    std::string cmd = std::string(TAVELO_EXE) + " " + args + " 2>/dev/null";
-    if (!input.empty()) cmd = "printf '" + input + "' | " + cmd;
-    FILE* p = popen(cmd.c_str(), "r");
-    std::string out;
-    std::array<char, 4096> buf{};
-    size_t n;
-    while ((n = fread(buf.data(), 1, buf.size(), p)) > 0) out.append(buf.data(), n);
-    int status = pclose(p);
-    return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, out};
+// Runs tavelo with shell-style words (quotes group words).
+Outcome run(const std::string& words, const std::string& input = {}) {
+    std::vector<std::string> args;
+    std::string word;
+    bool quoted = false, any = false;
+    char quote = 0;
+    for (char c : words) {
+        if (quoted) {
+            if (c == quote) quoted = false;
+            else word += c;
+        } else if (c == '\'' || c == '"') {
+            quoted = true;
+            quote = c;
+            any = true;
+        } else if (c == ' ') {
+            if (any || !word.empty()) args.push_back(word);
+            word.clear();
+            any = false;
+        } else {
+            word += c;
+        }
+    }
+    if (any || !word.empty()) args.push_back(word);
+    return tavtest::runProcess(TAVELO_EXE, args, input);
 }
 }  // namespace
 
@@ -34,7 +46,7 @@ TEST(IniCommand, GetPutEraseOnAPath) {
     Outcome got = run("ini get " + f + " sec KEY");
     EXPECT_EQ(got.code, 0);
     EXPECT_EQ(got.out, "\"quoted\" \n");
-    EXPECT_EQ(run("ini put " + f + " Sec Lines -", "a\\r\\nb").code, 0);
+    EXPECT_EQ(run("ini put " + f + " Sec Lines -", "a\r\nb").code, 0);
     EXPECT_EQ(run("ini get " + f + " Sec Lines").out, "a\r\nb\n");
     EXPECT_EQ(run("ini erase " + f + " Sec Key").code, 0);
     EXPECT_EQ(run("ini get " + f + " Sec Key").code, 1);

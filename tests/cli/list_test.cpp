@@ -9,37 +9,17 @@
 #include <string>
 #include <vector>
 
+#include "support/RunProcess.h"
 #include "support/TempDir.h"
 
 namespace {
 
-struct ListRun {
-    int code = -1;
-    std::string out;
-    std::string err;
-};
+using ListRun = tavtest::ProcessRun;
 
-std::string quoted(const std::string& s) {
-    std::string q = "'";
-    for (char c : s) q += c == '\'' ? std::string("'\\''") : std::string(1, c);
-    return q + "'";
-}
-
-ListRun runList(const tavtest::TempDir& scratch, const std::vector<std::string>& args) {
-    std::string cmd = quoted(TAVELO_EXE) + " list";
-    for (const auto& a : args) cmd += " " + quoted(a);
-    const std::string errFile = (scratch / "stderr.txt").string();
-    cmd += " 2>" + quoted(errFile);
-    ListRun r;
-    FILE* p = popen(cmd.c_str(), "r");
-    if (!p) return r;
-    char buf[4096];
-    size_t n;
-    while ((n = fread(buf, 1, sizeof buf, p)) > 0) r.out.append(buf, n);
-    const int status = pclose(p);
-    r.code = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-    r.err = tavtest::readFile(errFile);
-    return r;
+ListRun runList(const tavtest::TempDir&, const std::vector<std::string>& args) {
+    std::vector<std::string> all{"list"};
+    all.insert(all.end(), args.begin(), args.end());
+    return tavtest::runProcess(TAVELO_EXE, all);
 }
 
 std::vector<std::string> linesOf(const std::string& text) {
@@ -129,8 +109,8 @@ TEST_F(ListCommand, MistakesAreUsageErrors) {
 
 TEST_F(ListCommand, UserColumnsComeFromTheDataDirectory) {
     tree.write("h.htm", "<html><title>T</title><body><h1>Menu</h1></body></html>");
-    std::string cmd = quoted(TAVELO_EXE) + " --data " + quoted((scratch / "d").string()) +
-                      " list --columns 'FileName|H1 Heading' --type h.htm " + quoted(root()) + " 2>/dev/null";
+    std::string cmd = tavtest::shellQuoted(TAVELO_EXE) + " --data " + tavtest::shellQuoted((scratch / "d").string()) +
+                      " list --columns 'FileName|H1 Heading' --type h.htm " + tavtest::shellQuoted(root()) + " 2>/dev/null";
     FILE* p = popen(cmd.c_str(), "r");
     ASSERT_NE(p, nullptr);
     std::string out;
