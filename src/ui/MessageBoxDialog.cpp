@@ -178,8 +178,9 @@ MessageBoxDialog::MessageBoxDialog(MessageRequest& request, const QString& appTi
 }
 
 int MessageBoxDialog::px(double twips) const {
-    QFontInfo info(font());
-    double points = info.pointSizeF() > 0 ? info.pointSizeF() : 8.0;
+    double points = font().pointSizeF();
+    if (points <= 0) points = QFontInfo(font()).pointSizeF();
+    if (points <= 0) points = 8.0;
     double dpi = logicalDpiY() > 0 ? logicalDpiY() : 96;
     return static_cast<int>(std::lround(twips / 1440.0 * dpi * points / 8.0));
 }
@@ -665,7 +666,7 @@ void MessageBoxDialog::layoutBox() {
         }
         if (head.spec.kind == ControlKind::AddButtonsBeforeRest) {
             if (!options_.buttonsAtBottom() && !buttonsPlaced) {
-                buttonsBottom = placeButtons(top - gap + px(gaps.above), margin, width - 2 * margin);
+                buttonsBottom = placeButtons(top - gap + px(gaps.above), margin, width - 2 * margin, gaps);
                 buttonsPlaced = true;
                 top = buttonsBottom + gap;
             }
@@ -752,7 +753,7 @@ void MessageBoxDialog::layoutBox() {
             areaLeft = msgLeft;
             firstTop = std::max(msgBottom, controlsBottom) + px(gaps.above);
         }
-        buttonsBottom = placeButtons(firstTop, areaLeft, width - areaLeft - margin);
+        buttonsBottom = placeButtons(firstTop, areaLeft, width - areaLeft - margin, gaps);
         bottom = std::max(bottom, buttonsBottom);
     }
 
@@ -769,10 +770,9 @@ void MessageBoxDialog::layoutBox() {
     }
 }
 
-int MessageBoxDialog::placeButtons(int top, int left, int areaWidth) {
+int MessageBoxDialog::placeButtons(int top, int left, int areaWidth, const ButtonGaps& gaps) {
     const int count = static_cast<int>(buttons_.size());
     if (count == 0) return top;
-    const ButtonGaps gaps = options_.buttonGaps(!controls_.empty());
     const int between = px(gaps.between);
     const int lineGap = px(gaps.lines);
     int buttonWidth = 0;

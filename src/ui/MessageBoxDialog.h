@@ -76,7 +76,7 @@ private:
     QWidget* makeGrid(const Control& control);
     void layoutBox();
     static void applySelection(const ControlSpec& spec, QWidget* w);
-    int placeButtons(int top, int left, int width);
+    int placeButtons(int top, int left, int width, const ButtonGaps& gaps);
     void setInitialFocus();
     void writeBack();
     void runListAction(const ListActionSpec& action, const QString& text);
