@@ -3,9 +3,6 @@
 // lines, the controls of the request with their values) and, when a button
 // is pressed, writes the controls' results back into the request.
 //
-// A Grid's rows are the rows of its Lists column with the cells separated by
-// tabs; its fixed rows and columns count in its row and column numbers.
-//
 // Threads: built, shown and answered on the UI thread only. The request must
 // outlive the box's answer; after finished() the box no longer touches it.
 #include <QDialog>
@@ -72,10 +69,8 @@ private:
     };
 
     void build();
-    QWidget* makeControl(Control& control);
-    QWidget* makeGrid(const Control& control);
+    void connectControl(const Control& control);
     void layoutBox();
-    static void applySelection(const ControlSpec& spec, QWidget* w);
     int placeButtons(int top, int left, int width, const ButtonGaps& gaps);
     void setInitialFocus();
     void writeBack();
@@ -85,7 +80,6 @@ private:
     bool acceleratorKey(int key);
     void hideByKey();
     QString activeControlName() const;
-    std::string listValue(const Control& control) const;
 
     MessageRequest& request_;
     MessageOptions options_;
@@ -101,15 +95,5 @@ private:
     bool pictureGiven_ = false;  // SetPic
     bool detached_ = false;
 };
-
-// The key code and shift mask of a Qt key, as the key system counts them
-// (letters and digits are their upper-case characters, F1 is 112, Esc 27;
-// shift mask: 1 Shift, 2 Ctrl, 4 Alt).
-int messageBoxKeyCode(int qtKey);
-int messageBoxShiftMask(Qt::KeyboardModifiers modifiers);
-
-// The message as rich text for a label: "&" stays, "#H160#" underlines the
-// character behind it, line breaks are kept.
-QString messageRichText(const std::string& message);
 
 }  // namespace tav::ui
