@@ -17,6 +17,7 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QScreen>
+#include <QScrollArea>
 #include <QHeaderView>
 #include <QScrollBar>
 #include <QStyle>
@@ -48,6 +49,7 @@ constexpr int kButtonWidthRef = 600;
 constexpr int kRightMargin = 240;
 constexpr int kDesignedWidth = 2400;  // TextBox, ListBox, ComboBox without a width
 constexpr int kListRows = 6;          // rows a ListBox shows without a height
+constexpr int kFrameAllowance = 48;   // pixels of caption and frame below the screen height
 
 QString qs(const std::string& s) { return QString::fromStdString(s); }
 
@@ -126,7 +128,19 @@ void MessageBoxDialog::build() {
         setPalette(p);
     }
 
-    icon_ = new QLabel(this);
+    // Everything stands on one content widget, which scrolls when the box
+    // would be taller than the screen.
+    scroll_ = new QScrollArea(this);
+    scroll_->setObjectName("fArea");
+    scroll_->setFrameShape(QFrame::NoFrame);
+    scroll_->setWidgetResizable(false);
+    scroll_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    content_ = new QWidget;
+    scroll_->setWidget(content_);
+    scroll_->viewport()->setAutoFillBackground(false);
+    content_->setAutoFillBackground(false);
+
+    icon_ = new QLabel(content_);
     icon_->setObjectName("fIcon");
     QStyle::StandardPixmap pixmap = QStyle::SP_CustomBase;
     switch (options_.icon()) {
@@ -151,7 +165,7 @@ void MessageBoxDialog::build() {
     }
     if (!icon_->pixmap().isNull()) icon_->resize(icon_->pixmap().deviceIndependentSize().toSize());
 
-    message_ = new QLabel(this);
+    message_ = new QLabel(content_);
     message_->setObjectName("fMsg");
     message_->setWordWrap(true);
     message_->setTextFormat(Qt::RichText);
@@ -171,7 +185,7 @@ void MessageBoxDialog::build() {
     const auto underlined = options_.underlinedButtons();
     for (size_t i = 0; i < set_.captions.size(); ++i) {
         const int number = static_cast<int>(i) + 1;
-        auto* b = new QPushButton(qs(set_.captions[i]), this);
+        auto* b = new QPushButton(qs(set_.captions[i]), content_);
         b->setObjectName(QString("fButton(%1)").arg(number));
         b->setAutoDefault(false);
         QFont f = font();
@@ -191,7 +205,7 @@ void MessageBoxDialog::build() {
         Control c;
         c.spec = parseControlSpec(request_.ctlSpecs[i]);
         c.index = static_cast<int>(i);
-        c.widget = makeBoxControl(c.spec, c.index, request_.values[i], request_.lists[i], this,
+        c.widget = makeBoxControl(c.spec, c.index, request_.values[i], request_.lists[i], content_,
                                   [this](double twips) { return px(twips); });
         c.label = c.spec.kind == ControlKind::Label ? qobject_cast<QLabel*>(c.widget) : nullptr;
         connectControl(c);
@@ -408,8 +422,9 @@ void MessageBoxDialog::layoutBox() {
     if (buttonsPlaced) bottom = std::max(bottom, buttonsBottom);
 
     // The button lines.
+    int firstTop = -1;
     if (!buttonsPlaced && !buttons_.empty()) {
-        int firstTop = bottom + px(gaps.above);
+        firstTop = bottom + px(gaps.above);
         int areaLeft = margin;
         if (options_.buttonsNextToIcon() && controlsBottom == 0) firstTop = iconBottom + px(gaps.above);
         if (options_.buttonsUnderTextOnly()) {
@@ -420,12 +435,39 @@ void MessageBoxDialog::layoutBox() {
         bottom = std::max(bottom, buttonsBottom);
     }
 
-    int height = bottom + margin;
+    const int contentHeight = bottom + margin;
+    int height = contentHeight;
     if (auto fixed = options_.fixedHeight(); fixed && fixed->height > 0) {
         if (fixed->controlArea) height = height - std::max(0, controlsBottom - ctlTop) + px(fixed->height);
         else height = px(fixed->height);
     }
-    setFixedSize(width, height);
+    // The frame and caption of the window take some of the screen's height.
+    const int screenHeight = screen ? screen->availableGeometry().height() : height;
+    height = std::min(height, std::max(px(kMinRowHeight) * 4, screenHeight - kFrameAllowance));
+    content_->resize(width, contentHeight);
+    if (height >= contentHeight) {
+        scroll_->setGeometry(0, 0, width, height);
+        setFixedSize(width, height);
+    } else {
+        const int bar = style()->pixelMetric(QStyle::PM_ScrollBarExtent, nullptr, this);
+        int viewHeight = height;
+        if (options_.buttonsAtBottom() && firstTop >= 0) {
+            // The buttons leave the scrolling controls and stay at the bottom.
+            const int block = buttonsBottom - firstTop;
+            viewHeight = std::max(px(kMinRowHeight), height - block - px(gaps.above) - margin);
+            content_->resize(width, firstTop - px(gaps.above) + margin);
+            for (QPushButton* b : buttons_) {
+                const QRect g = b->geometry();
+                const bool isDefault = b->isDefault();
+                b->setParent(this);
+                b->setGeometry(g.x(), g.y() - firstTop + viewHeight + px(gaps.above), g.width(), g.height());
+                b->setDefault(isDefault);
+                b->show();
+            }
+        }
+        scroll_->setGeometry(0, 0, width + bar, viewHeight);
+        setFixedSize(width + bar, height);
+    }
 
     if (auto place = options_.topLeft()) {
         const double dpi = logicalDpiY() > 0 ? logicalDpiY() : 96;

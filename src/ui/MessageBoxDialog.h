@@ -16,6 +16,7 @@
 
 class QLabel;
 class QPushButton;
+class QScrollArea;
 
 namespace tav::ui {
 
@@ -39,6 +40,8 @@ public:
     QWidget* control(int index) const;
     QLabel* messageLabel() const { return message_; }
     QLabel* iconLabel() const { return icon_; }
+    // The scrolling area of the box; its widget holds what the box shows.
+    QScrollArea* area() const { return scroll_; }
 
     // Presses button n: writes the results back and closes the box.
     void pressButton(int number);
@@ -84,6 +87,8 @@ private:
     MessageRequest& request_;
     MessageOptions options_;
     ButtonSet set_;
+    QScrollArea* scroll_ = nullptr;  // holds content_
+    QWidget* content_ = nullptr;     // the icon, message, controls and (mostly) the buttons
     QLabel* icon_ = nullptr;
     QLabel* message_ = nullptr;
     std::vector<QPushButton*> buttons_;

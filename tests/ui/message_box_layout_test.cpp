@@ -4,6 +4,9 @@
 #include <QtTest>
 
 #include <QApplication>
+#include <QCheckBox>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -47,6 +50,8 @@ private slots:
     void zeroWidthFieldIsTheDesignedWidth();
     void rowsOfDifferentHeightCentreTheirControls();
     void focusGoesToTheControlWithFieldSevenThenFocBut();
+    void boxTallerThanTheScreenScrollsItsControls();
+    void buttonsAtBottomStayInSightWhenTheControlsScroll();
 };
 
 void MessageBoxLayoutTest::measuresFollowTheFontSize() {
@@ -218,6 +223,57 @@ void MessageBoxLayoutTest::focusGoesToTheControlWithFieldSevenThenFocBut() {
     QVERIFY(QTest::qWaitForWindowActive(&third));
     QCOMPARE(QApplication::focusWidget(), third.button(2));
     QVERIFY(third.button(1)->isDefault());
+}
+
+namespace {
+
+MessageRequest tallRequest(const std::string& options) {
+    MessageRequest r = request("Many choices", "&OK|&Cancel", options);
+    for (int i = 0; i < 80; ++i) MBAddCtl("CheckBox", "Choice " + std::to_string(i) + "||||||", "0", r, i == 0);
+    return r;
+}
+
+int screenHeight() { return QGuiApplication::primaryScreen()->availableGeometry().height(); }
+
+}  // namespace
+
+void MessageBoxLayoutTest::boxTallerThanTheScreenScrollsItsControls() {
+    MessageRequest r = tallRequest("Esc=2|");
+    MessageBoxDialog box(r, "Tavelo", "Main");
+    box.show();
+    QVERIFY(QTest::qWaitForWindowActive(&box));
+    QVERIFY(box.height() < screenHeight());
+    QVERIFY(box.area()->verticalScrollBar()->maximum() > 0);
+    // The last choice and the buttons are reached by scrolling.
+    QWidget* last = box.control(80);
+    QVERIFY(last->geometry().bottom() > box.area()->viewport()->height());
+    box.area()->ensureWidgetVisible(last);
+    QVERIFY(last->mapTo(&box, QPoint(0, 0)).y() < box.height());
+    // Keys still reach the box through the scrolling area.
+    box.control(80)->setFocus();
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Space);
+    QVERIFY(qobject_cast<QCheckBox*>(box.control(80))->isChecked());
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape);
+    QCOMPARE(box.answer(), 2);
+    QCOMPARE(QString::fromStdString(r.values[80]), QString("-1"));
+}
+
+void MessageBoxLayoutTest::buttonsAtBottomStayInSightWhenTheControlsScroll() {
+    MessageRequest r = tallRequest("Buttons At Bottom|");
+    MessageBoxDialog box(r, "Tavelo", "Main");
+    box.show();
+    QVERIFY(QTest::qWaitForWindowActive(&box));
+    QVERIFY(box.height() < screenHeight());
+    QVERIFY(box.area()->verticalScrollBar()->maximum() > 0);
+    for (int i = 1; i <= 2; ++i) {
+        const QRect b(box.button(i)->mapTo(&box, QPoint(0, 0)), box.button(i)->size());
+        QVERIFY(box.rect().contains(b));
+        QVERIFY(b.top() >= box.area()->geometry().bottom());
+    }
+    QVERIFY(box.button(1)->isDefault());
+    box.area()->verticalScrollBar()->setValue(box.area()->verticalScrollBar()->maximum());
+    QTest::mouseClick(box.button(1), Qt::LeftButton);
+    QCOMPARE(box.answer(), 1);
 }
 
 QTEST_MAIN(MessageBoxLayoutTest)
