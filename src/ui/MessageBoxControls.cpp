@@ -1,6 +1,8 @@
 #include "ui/MessageBoxControls.h"
 
+#include <QApplication>
 #include <QCheckBox>
+#include <QFontDatabase>
 #include <QComboBox>
 #include <QFrame>
 #include <QHeaderView>
@@ -139,6 +141,16 @@ QWidget* makeGrid(const ControlSpec& spec, int index, const std::vector<std::str
 }
 
 }  // namespace
+
+QFont messageBoxFont(const std::string& name, double size, bool bold, bool italic) {
+    QFont font = QApplication::font();
+    if (name == "-FIXFONT-") font = QFontDatabase::systemFont(QFontDatabase::FixedFont);
+    else if (!name.empty()) font.setFamily(qs(name));
+    if (size > 0) font.setPointSizeF(size);
+    font.setBold(bold);
+    font.setItalic(italic);
+    return font;
+}
 
 QPixmap boxPicture(const std::any& stored) {
     if (auto* p = std::any_cast<QPixmap>(&stored)) return *p;

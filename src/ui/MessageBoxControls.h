@@ -3,6 +3,7 @@
 // results read back, and the texts, pictures and key codes the box uses.
 //
 // Threads: UI thread only.
+#include <QFont>
 #include <QPixmap>
 #include <QString>
 #include <QWidget>
@@ -39,6 +40,11 @@ void applyGridScrollPlace(QWidget* grid);
 // ("-1" for none); a ComboBox's text and ListIndex; a Grid's
 // "row|col|rowSel|colSel|topRow|leftCol".
 std::string listControlResult(const ControlSpec& spec, QWidget* widget);
+
+// The message box font of the user's format (the "MB formats" entries): the
+// name "-FIXFONT-" is the fixed font, an empty name the application's font;
+// a size of 0 or less keeps the size.
+QFont messageBoxFont(const std::string& name, double size, bool bold, bool italic);
 
 // The message (or a Label's caption) as rich text: "&" stays, "#H160#"
 // underlines the character behind it, line breaks are kept.

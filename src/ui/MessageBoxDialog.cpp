@@ -80,9 +80,10 @@ std::optional<double> givenWidth(const ControlSpec& spec) {
 }  // namespace
 
 MessageBoxDialog::MessageBoxDialog(MessageRequest& request, const QString& appTitle, const QString& mainCaption,
-                                   QWidget* parent)
+                                   QWidget* parent, const QFont* boxFont)
     : QDialog(parent), request_(request) {
     setObjectName("Msgbxform");
+    if (boxFont) setFont(*boxFont);
     options_ = isNumericText(request.options) ? MessageOptions::parse(std::lround(optionNumber(request.options)))
                                               : MessageOptions::parse(request.options);
     set_ = resolveButtons(request);

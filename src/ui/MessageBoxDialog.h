@@ -25,8 +25,9 @@ class MessageBoxDialog : public QDialog {
 public:
     // appTitle: the application's message title; mainCaption: the caption
     // of the main window, used when the title and appTitle are empty.
+    // boxFont: the user's message box font; none: the box's own font.
     MessageBoxDialog(MessageRequest& request, const QString& appTitle, const QString& mainCaption,
-                     QWidget* parent = nullptr);
+                     QWidget* parent = nullptr, const QFont* boxFont = nullptr);
 
     // The answer: the button pressed (from 1), -2 when a key hid the box,
     // 0 while none.

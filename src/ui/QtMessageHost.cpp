@@ -42,9 +42,21 @@ QString mainCaption(QWidget* parent) {
 
 }  // namespace
 
+void QtMessageHost::setBoxFont(const QFont& font) {
+    std::lock_guard lock(fontLock_);
+    font_ = font;
+}
+
+std::optional<QFont> QtMessageHost::boxFont() const {
+    std::lock_guard lock(fontLock_);
+    return font_;
+}
+
 int QtMessageHost::showOnUiThread(MessageRequest& request) {
     QWidget* parent = boxParent(parent_.data());
-    MessageBoxDialog box(request, QApplication::applicationName(), mainCaption(parent), parent);
+    const std::optional<QFont> font = boxFont();
+    MessageBoxDialog box(request, QApplication::applicationName(), mainCaption(parent), parent,
+                         font ? &*font : nullptr);
     box.exec();
     return box.answer();
 }
@@ -63,12 +75,14 @@ int QtMessageHost::show(MessageRequest& request) {
         std::future<int> future = promise.get_future();
         auto pending = std::make_shared<PendingAnswer>(std::move(promise));
         QPointer<QWidget> parent = parent_;
+        const std::optional<QFont> font = boxFont();
         MessageRequest* asked = &request;
         QMetaObject::invokeMethod(
             app,
-            [pending, parent, asked]() mutable {
+            [pending, parent, font, asked]() mutable {
                 QWidget* over = boxParent(parent.data());
-                auto* box = new MessageBoxDialog(*asked, QApplication::applicationName(), mainCaption(over), over);
+                auto* box = new MessageBoxDialog(*asked, QApplication::applicationName(), mainCaption(over), over,
+                                                 font ? &*font : nullptr);
                 QObject::connect(box, &QDialog::finished, box, [pending, box](int) {
                     pending->set(box->answer());
                     box->deleteLater();

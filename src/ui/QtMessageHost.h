@@ -6,8 +6,11 @@
 // opens the box there, and the asking thread waits until the box is
 // answered; the UI thread keeps running meanwhile. The button codes of the
 // box go to the asking thread's mbState().
+#include <QFont>
 #include <QPointer>
 #include <QWidget>
+#include <mutex>
+#include <optional>
 
 #include "core/MessageRequest.h"
 
@@ -20,12 +23,21 @@ public:
     static constexpr int kNoAnswer = 0;
 
     explicit QtMessageHost(QWidget* parent = nullptr) : parent_(parent) {}
+    // The window the boxes stand over; none: the active window.
     void setParent(QWidget* parent) { parent_ = parent; }
+    // The user's message box font (see messageBoxFont); the boxes asked from
+    // then on use it.
+    void setBoxFont(const QFont& font);
+    std::optional<QFont> boxFont() const;
     int show(MessageRequest& request) override;
 
 private:
     int showOnUiThread(MessageRequest& request);
-    QPointer<QWidget> parent_;  // written and read on the UI thread
+    // Set on the UI thread before prompts are asked; show reads it on the
+    // asking thread.
+    QPointer<QWidget> parent_;
+    mutable std::mutex fontLock_;
+    std::optional<QFont> font_;  // written on the UI thread, read by show on any thread
 };
 
 }  // namespace tav::ui

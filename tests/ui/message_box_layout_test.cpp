@@ -5,6 +5,7 @@
 
 #include <QApplication>
 #include <QCheckBox>
+#include <QFontDatabase>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QLabel>
@@ -13,7 +14,9 @@
 #include <QScreen>
 
 #include "dialogs/MessageBuilder.h"
+#include "ui/MessageBoxControls.h"
 #include "ui/MessageBoxDialog.h"
+#include "ui/QtMessageHost.h"
 
 using namespace tav;
 using tav::ui::MessageBoxDialog;
@@ -36,6 +39,8 @@ class MessageBoxLayoutTest : public QObject {
     Q_OBJECT
 private slots:
     void measuresFollowTheFontSize();
+    void userFontScalesTheBox();
+    void fixFontNameGivesTheFixedFont();
     void gapsOptionSetsTheButtonGaps();
     void buttonsNextToIconStartUnderTheIcon();
     void buttonsUnderTextOnlyCentreUnderTheMessage();
@@ -65,6 +70,41 @@ void MessageBoxLayoutTest::measuresFollowTheFontSize() {
     font.setPointSizeF(16);
     small.setFont(font);
     QCOMPARE(small.px(1440), qRound(dpi * 2));
+}
+
+void MessageBoxLayoutTest::userFontScalesTheBox() {
+    MessageRequest r = request("Scaled", "&OK|&Cancel");
+    const QFont small = ui::messageBoxFont("", 8, false, false);
+    const QFont large = ui::messageBoxFont("", 16, true, true);
+    MessageBoxDialog a(r, "Tavelo", "Main", nullptr, &small);
+    MessageBoxDialog b(r, "Tavelo", "Main", nullptr, &large);
+    QVERIFY(b.font().bold());
+    QVERIFY(b.font().italic());
+    QCOMPARE(b.px(120), 2 * a.px(120));
+    QCOMPARE(b.messageLabel()->x(), 2 * a.messageLabel()->x());
+    QVERIFY(b.button(1)->width() > a.button(1)->width());
+    QCOMPARE(b.button(2)->x() - b.button(1)->geometry().right() - 1, b.px(120));
+
+    // The host hands its font to the boxes it asks.
+    ui::QtMessageHost host;
+    host.setBoxFont(large);
+    double seen = 0;
+    QTimer::singleShot(0, [&seen] {
+        for (QWidget* w : QApplication::topLevelWidgets())
+            if (auto* box = qobject_cast<MessageBoxDialog*>(w); box && box->isVisible()) {
+                seen = box->font().pointSizeF();
+                box->pressButton(1);
+            }
+    });
+    QCOMPARE(host.show(r), 1);
+    QCOMPARE(seen, 16.0);
+}
+
+void MessageBoxLayoutTest::fixFontNameGivesTheFixedFont() {
+    const QFont fixed = ui::messageBoxFont("-FIXFONT-", 10, false, false);
+    QCOMPARE(fixed.family(), QFontDatabase::systemFont(QFontDatabase::FixedFont).family());
+    QCOMPARE(fixed.pointSizeF(), 10.0);
+    QCOMPARE(ui::messageBoxFont("", 0, false, false).pointSizeF(), QApplication::font().pointSizeF());
 }
 
 void MessageBoxLayoutTest::gapsOptionSetsTheButtonGaps() {
