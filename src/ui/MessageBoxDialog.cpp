@@ -97,6 +97,10 @@ MessageBoxDialog::MessageBoxDialog(MessageRequest& request, const QString& appTi
     for (QWidget* w : findChildren<QWidget*>()) w->installEventFilter(this);
 }
 
+MessageBoxDialog::~MessageBoxDialog() {
+    disconnect(this, &QDialog::finished, nullptr, nullptr);
+}
+
 int MessageBoxDialog::px(double twips) const {
     double points = font().pointSizeF();
     if (points <= 0) points = QFontInfo(font()).pointSizeF();

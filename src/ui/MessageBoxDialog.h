@@ -28,6 +28,8 @@ public:
     // boxFont: the user's message box font; none: the box's own font.
     MessageBoxDialog(MessageRequest& request, const QString& appTitle, const QString& mainCaption,
                      QWidget* parent = nullptr, const QFont* boxFont = nullptr);
+    // A box destroyed unanswered (its window went away) reports no finish.
+    ~MessageBoxDialog() override;
 
     // The answer: the button pressed (from 1), -2 when a key hid the box,
     // 0 while none.

@@ -69,6 +69,7 @@ private slots:
     void init() { resetMbState(); }
     void clickPressesThatButton();
     void enterPressesTheDefaultButton();
+    void enterOnAFocusedButtonPressesThatButton();
     void enterInATextBoxPressesTheDefaultButton();
     void textBoxSelectionFollowsItsSpec();
     void escPressesTheEscButton();
@@ -101,6 +102,7 @@ private slots:
     void controlWithWidthKeepsItAndSharedRowDividesTheRest();
     void hostOnTheUiThreadRunsModallyAndSetsTheCodes();
     void promptFromAWorkerIsAnsweredWhileTheUiRuns();
+    void workerGetsNoAnswerWhenTheWindowGoesAway();
     void noShowReturnsAtOnce();
     void abandonedBoxNoLongerWritesToTheRequest();
 };
@@ -130,6 +132,17 @@ void MessageBoxTest::enterPressesTheDefaultButton() {
     QVERIFY(showActive(second));
     type(second, Qt::Key_Enter);
     QCOMPARE(second.answer(), 3);
+}
+
+void MessageBoxTest::enterOnAFocusedButtonPressesThatButton() {
+    MessageRequest r = request("Go on?", "3");
+    MessageBoxDialog box(r, "Tavelo", "Main");
+    QVERIFY(showActive(box));
+    QCOMPARE(QApplication::focusWidget(), box.button(1));
+    type(box, Qt::Key_Tab);
+    QCOMPARE(QApplication::focusWidget(), box.button(2));
+    type(box, Qt::Key_Return);
+    QCOMPARE(box.answer(), 2);
 }
 
 void MessageBoxTest::enterInATextBoxPressesTheDefaultButton() {
@@ -690,6 +703,27 @@ void MessageBoxTest::promptFromAWorkerIsAnsweredWhileTheUiRuns() {
     QCOMPARE(workerRetry, 1);
     QCOMPARE(mbState().cancelCode, 0);  // the UI thread's own state is untouched
     QTRY_VERIFY(openBox() == nullptr);
+}
+
+void MessageBoxTest::workerGetsNoAnswerWhenTheWindowGoesAway() {
+    auto* window = new QWidget;
+    window->show();
+    ui::QtMessageHost host(window);
+    MessageRequest r = request("Still there?", "4");
+    MBAddCtl("TextBox", "3000", "untouched", r, true);
+    std::atomic<bool> done{false};
+    int answer = -99;
+    std::thread worker([&] {
+        answer = host.show(r);
+        done = true;
+    });
+    QTRY_VERIFY(window->findChild<MessageBoxDialog*>() != nullptr);
+    QVERIFY(window->findChild<MessageBoxDialog*>()->isVisible());
+    delete window;
+    QTRY_VERIFY(done.load());
+    worker.join();
+    QCOMPARE(answer, ui::QtMessageHost::kNoAnswer);
+    QCOMPARE(QString::fromStdString(r.values[1]), QString("untouched"));
 }
 
 void MessageBoxTest::noShowReturnsAtOnce() {
