@@ -30,7 +30,7 @@ MessageRequest make(const std::string& message, const std::string& buttons, cons
 QStringList MessageBoxGallery::sampleNames() {
     return {"Yes No Cancel", "Retry Cancel", "Text buttons, no Esc", "Fourteen buttons", "Input",
             "Options and check", "List multi-select", "Combo and label row", "Any key hides",
-            "Long message", "In-box buttons"};
+            "Long message", "In-box buttons", "Grid", "Tall box, buttons at bottom"};
 }
 
 MessageRequest MessageBoxGallery::sample(const QString& name) {
@@ -94,6 +94,20 @@ MessageRequest MessageBoxGallery::sample(const QString& name) {
         MBAddCtl("ListBox", "3000|1500", "0", r, true);
         for (const char* item : {"first", "second", "third"}) MBAddListItem(item, -1, r);
         MBAddButtons(false, "", "&Up|Do&wn", r);
+        return r;
+    }
+    if (name == "Grid") {
+        MessageRequest r = make("Pick the cells (double click shows a cell):", "1", "");
+        MBAddCtl("Grid", "6000|2400||||||||1||{2400|1200|1800}|{1|7|4}", "1|0|2|1|0|0", r, true);
+        for (const char* row : {"Name\tSize\tDate", "index.htm\t2 310\t2024-05-01", "about.htm\t880\t2024-05-02",
+                                "links.htm\t12 004\t2024-06-11", "notes.txt\t97\t2025-01-09"})
+            MBAddListItem(row, -1, r);
+        return r;
+    }
+    if (name == "Tall box, buttons at bottom") {
+        MessageRequest r = make("Tick the options you want:", "1", "Buttons At Bottom|");
+        for (int i = 1; i <= 60; ++i)
+            MBAddCtl(i % 2 ? "CheckBox" : "_CheckBox", "Option " + std::to_string(i) + "|3000|||||", "0", r, i == 1);
         return r;
     }
     return {};

@@ -49,6 +49,7 @@ private slots:
     void addButtonsMarkerPutsTheButtonsBetweenControls();
     void justAddHeightAddsItsHeight();
     void fixedWidthAndHeight();
+    void topLeftOptionPlacesTheBox();
     void defaultAndMinWidthIsTheLeastWidth();
     void longWordNeverPassesTheScreen();
     void longMessageStopsAtTwoThirdsOfTheScreen();
@@ -200,6 +201,17 @@ void MessageBoxLayoutTest::fixedWidthAndHeight() {
     QCOMPARE(box.height(), box.px(3000));
 }
 
+void MessageBoxLayoutTest::topLeftOptionPlacesTheBox() {
+    QWidget window;
+    window.setGeometry(300, 200, 400, 300);
+    window.show();
+    MessageRequest r = request("Here", "0", "{Top, left of form=1500|3000}|");
+    MessageBoxDialog box(r, "Tavelo", "Main", &window);
+    box.show();
+    const double dpi = box.logicalDpiY();
+    QCOMPARE(box.pos(), QPoint(qRound(3000 / 1440.0 * dpi), qRound(1500 / 1440.0 * dpi)));
+}
+
 void MessageBoxLayoutTest::defaultAndMinWidthIsTheLeastWidth() {
     MessageRequest r = request("Hi", "0", "Default and Min Width=7000|");
     MessageBoxDialog box(r, "Tavelo", "Main");
@@ -284,6 +296,10 @@ void MessageBoxLayoutTest::boxTallerThanTheScreenScrollsItsControls() {
     QVERIFY(QTest::qWaitForWindowActive(&box));
     QVERIFY(box.height() < screenHeight());
     QVERIFY(box.area()->verticalScrollBar()->maximum() > 0);
+    QVERIFY(box.area()->verticalScrollBar()->isVisible());
+    QVERIFY(box.area()->viewport()->width() >= box.control(1)->geometry().right());
+    if (qEnvironmentVariableIsSet("TAVELO_SHOTS"))
+        box.grab().save(qEnvironmentVariable("TAVELO_SHOTS") + "/message-box-tall.png");
     // The last choice and the buttons are reached by scrolling.
     QWidget* last = box.control(80);
     QVERIFY(last->geometry().bottom() > box.area()->viewport()->height());
