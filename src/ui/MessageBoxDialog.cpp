@@ -81,12 +81,13 @@ std::optional<double> givenWidth(const ControlSpec& spec) {
 
 MessageBoxDialog::MessageBoxDialog(MessageRequest& request, const QString& appTitle, const QString& mainCaption,
                                    QWidget* parent, const QFont* boxFont)
-    : QDialog(parent), request_(request) {
+    : QDialog(parent), request_(&request) {
     setObjectName("Msgbxform");
     if (boxFont) setFont(*boxFont);
     options_ = isNumericText(request.options) ? MessageOptions::parse(std::lround(optionNumber(request.options)))
                                               : MessageOptions::parse(request.options);
     set_ = resolveButtons(request);
+    noHide_ = options_.noHide().has_value();
     size_t n = std::max({request.ctlSpecs.size(), size_t{1}});
     if (request.values.size() < n) request.values.resize(n);
     if (request.lists.size() < n) request.lists.resize(n);
@@ -175,14 +176,14 @@ void MessageBoxDialog::build() {
     message_->setWordWrap(true);
     message_->setTextFormat(Qt::RichText);
     message_->setTextInteractionFlags(Qt::NoTextInteraction);
-    message_->setText(messageRichText(request_.message));
+    message_->setText(messageRichText(request_->message));
     if (pictureGiven_) message_->setAttribute(Qt::WA_TranslucentBackground);
     QFont msgFont = font();
     if (options_.textBold()) msgFont.setBold(true);
     if (auto size = options_.textSize(); size && *size > 0) msgFont.setPointSize(*size);
     if (!options_.textFont().empty()) msgFont.setFamily(qs(options_.textFont()));
     message_->setFont(msgFont);
-    textGiven_ = !request_.message.empty();
+    textGiven_ = !request_->message.empty();
     if (!textGiven_) message_->hide();
 
     const auto bold = options_.boldButtons();
@@ -206,11 +207,11 @@ void MessageBoxDialog::build() {
         buttons_.push_back(b);
     }
 
-    for (size_t i = 1; i < request_.ctlSpecs.size(); ++i) {
+    for (size_t i = 1; i < request_->ctlSpecs.size(); ++i) {
         Control c;
-        c.spec = parseControlSpec(request_.ctlSpecs[i]);
+        c.spec = parseControlSpec(request_->ctlSpecs[i]);
         c.index = static_cast<int>(i);
-        c.widget = makeBoxControl(c.spec, c.index, request_.values[i], request_.lists[i], content_,
+        c.widget = makeBoxControl(c.spec, c.index, request_->values[i], request_->lists[i], content_,
                                   [this](double twips) { return px(twips); });
         c.label = c.spec.kind == ControlKind::Label ? qobject_cast<QLabel*>(c.widget) : nullptr;
         connectControl(c);
@@ -283,7 +284,7 @@ void MessageBoxDialog::layoutBox() {
         QFontMetrics fm(message_->font());
         int textWidth = 0;
         int longestWord = 0;
-        for (const QString& line : qs(messagePlainText(request_.message)).split('\n')) {
+        for (const QString& line : qs(messagePlainText(request_->message)).split('\n')) {
             textWidth = std::max(textWidth, fm.horizontalAdvance(line));
             for (const QString& word : line.split(' ', Qt::SkipEmptyParts))
                 longestWord = std::max(longestWord, fm.horizontalAdvance(word));
@@ -560,11 +561,70 @@ void MessageBoxDialog::abandon() {
 }
 
 void MessageBoxDialog::pressButton(int number) {
-    if (answer_ != 0 || detached_) return;
+    if (answer_ != 0 || detached_ || (vali_ && vali_->isVisible())) return;
     answer_ = number;
     writeBack();
+    if (noHide_) {
+        emit pressed(number);  // the box stays on screen
+        return;
+    }
     done(number);
 }
+
+void MessageBoxDialog::rearm(MessageRequest& request, const std::string& validationText) {
+    request_ = &request;
+    size_t n = std::max({request.ctlSpecs.size(), size_t{1}});
+    if (request.values.size() < n) request.values.resize(n);
+    if (request.lists.size() < n) request.lists.resize(n);
+    answer_ = 0;
+    if (!validationText.empty()) showValidation(qs(validationText));
+}
+
+void MessageBoxDialog::showValidation(const QString& text) {
+    if (!vali_) {
+        vali_ = new QFrame(this);
+        vali_->setObjectName("fValiPic");
+        vali_->setFrameShape(QFrame::Box);
+        vali_->setAutoFillBackground(true);
+        valiLabel_ = new QLabel(vali_);
+        valiLabel_->setObjectName("fValiLabel");
+        valiLabel_->setWordWrap(true);
+        QFont bold = valiLabel_->font();
+        bold.setBold(true);
+        valiLabel_->setFont(bold);
+        valiButton_ = new QPushButton("OK", vali_);
+        valiButton_->setObjectName("fValiButton");
+        valiButton_->setAutoDefault(false);
+        connect(valiButton_, &QPushButton::clicked, this, &MessageBoxDialog::dismissValidation);
+    }
+    // Kept while the panel shows: the focus to give back.
+    valiFocus_ = QApplication::focusWidget();
+    valiLabel_->setText(text);
+    const int margin = px(kMargin);
+    const int w = std::max(px(kButtonWidthRef) * 3, width() * 3 / 4);
+    const int labelHeight = valiLabel_->heightForWidth(w - 2 * margin);
+    const int buttonHeight = valiButton_->sizeHint().height();
+    const int buttonWidth = std::max(px(kButtonWidthRef), valiButton_->sizeHint().width());
+    const int h = margin + labelHeight + px(kControlGap) * 2 + buttonHeight + margin;
+    valiLabel_->setGeometry(margin, margin, w - 2 * margin, labelHeight);
+    valiButton_->setGeometry((w - buttonWidth) / 2, h - margin - buttonHeight, buttonWidth, buttonHeight);
+    vali_->setGeometry((width() - w) / 2, std::max(0, (height() - h) / 2), w, h);
+    vali_->show();
+    vali_->raise();
+    valiButton_->setDefault(true);
+    valiButton_->setFocus();
+}
+
+void MessageBoxDialog::dismissValidation() {
+    if (!vali_ || !vali_->isVisible()) return;
+    vali_->hide();
+    valiButton_->setDefault(false);
+    if (QPushButton* b = button(set_.defaultButton)) b->setDefault(true);
+    if (valiFocus_) valiFocus_->setFocus();
+    else setInitialFocus();
+}
+
+bool MessageBoxDialog::validationShown() const { return vali_ && vali_->isVisible(); }
 
 void MessageBoxDialog::hideByKey() {
     if (answer_ != 0 || detached_) return;
@@ -574,11 +634,11 @@ void MessageBoxDialog::hideByKey() {
 }
 
 void MessageBoxDialog::writeBack() {
-    request_.values[0] = keyData_;
+    request_->values[0] = keyData_;
     for (const Control& c : controls_) {
         if (!c.widget) continue;
-        auto& value = request_.values[static_cast<size_t>(c.index)];
-        auto& list = request_.lists[static_cast<size_t>(c.index)];
+        auto& value = request_->values[static_cast<size_t>(c.index)];
+        auto& list = request_->lists[static_cast<size_t>(c.index)];
         switch (c.spec.kind) {
         case ControlKind::TextBox:
             if (auto* line = qobject_cast<QLineEdit*>(c.widget)) value = line->text().toStdString();
@@ -607,6 +667,13 @@ QString MessageBoxDialog::activeControlName() const {
 }
 
 bool MessageBoxDialog::handleKey(QKeyEvent* event) {
+    if (validationShown()) {
+        if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter || event->key() == Qt::Key_Escape) {
+            dismissValidation();
+            return true;
+        }
+        return false;
+    }
     const int key = event->key();
     const int code = messageBoxKeyCode(key);
     const int shift = messageBoxShiftMask(event->modifiers());
@@ -631,7 +698,7 @@ bool MessageBoxDialog::acceleratorKey(int code) {
     for (size_t i = 0; i < controls_.size(); ++i) {
         const Control& c = controls_[i];
         if (c.spec.kind != ControlKind::Label) continue;
-        const std::string caption = messagePlainText(request_.values[static_cast<size_t>(c.index)]);
+        const std::string caption = messagePlainText(request_->values[static_cast<size_t>(c.index)]);
         std::string lowered(caption);
         std::transform(lowered.begin(), lowered.end(), lowered.begin(),
                        [](unsigned char x) { return static_cast<char>(std::tolower(x)); });
@@ -654,7 +721,7 @@ bool MessageBoxDialog::acceleratorKey(int code) {
         if (!c.widget || !c.widget->isEnabled()) continue;
         switch (c.spec.kind) {
         case ControlKind::CommandButton:
-            if (acceleratorOf(request_.values[static_cast<size_t>(c.index)]) == ch) {
+            if (acceleratorOf(request_->values[static_cast<size_t>(c.index)]) == ch) {
                 pressButton(c.index);
                 return true;
             }
@@ -752,7 +819,7 @@ void MessageBoxDialog::keyPressEvent(QKeyEvent* event) {
 }
 
 void MessageBoxDialog::closeEvent(QCloseEvent* event) {
-    if (answer_ != 0) {
+    if (answer_ != 0 && !noHide_) {
         event->accept();
         return;
     }
@@ -761,6 +828,10 @@ void MessageBoxDialog::closeEvent(QCloseEvent* event) {
 }
 
 void MessageBoxDialog::reject() {
+    if (validationShown()) {
+        dismissValidation();
+        return;
+    }
     if (answer_ != 0) return;
     if (set_.escButton > 0) pressButton(set_.escButton);
 }

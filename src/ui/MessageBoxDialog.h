@@ -6,6 +6,7 @@
 // Threads: built, shown and answered on the UI thread only. The request must
 // outlive the box's answer; after finished() the box no longer touches it.
 #include <QDialog>
+#include <QPointer>
 #include <string>
 #include <vector>
 
@@ -14,6 +15,7 @@
 #include "dialogs/MessageOptions.h"
 #include "dialogs/StandardButtons.h"
 
+class QFrame;
 class QLabel;
 class QPushButton;
 class QScrollArea;
@@ -49,6 +51,13 @@ public:
     // Presses button n: writes the results back and closes the box.
     void pressButton(int number);
 
+    // NoHide: the box stays on screen after a press and reports it by
+    // pressed(); rearm makes it answer the next press into `request`, first
+    // showing the validation text, when there is one, on a panel with "OK".
+    void rearm(MessageRequest& request, const std::string& validationText);
+    bool keepsOnScreen() const { return noHide_; }
+    bool validationShown() const;
+
     // Lets go of the request unanswered (the program is ending): the box
     // hides and no longer writes to the request.
     void abandon();
@@ -58,6 +67,9 @@ public:
     int px(double twips) const;
 
     void setVisible(bool visible) override;
+
+signals:
+    void pressed(int number);
 
 protected:
     bool event(QEvent* event) override;
@@ -80,6 +92,8 @@ private:
     int placeButtons(int top, int left, int width, const ButtonGaps& gaps);
     void setInitialFocus();
     void writeBack();
+    void showValidation(const QString& text);
+    void dismissValidation();
     void runListAction(const ListActionSpec& action, const QString& text);
     bool handleKey(QKeyEvent* event);
     bool hidesOn(const QKeyEvent* event) const;
@@ -87,7 +101,7 @@ private:
     void hideByKey();
     QString activeControlName() const;
 
-    MessageRequest& request_;
+    MessageRequest* request_;  // the request being answered; rearm changes it
     MessageOptions options_;
     ButtonSet set_;
     QScrollArea* scroll_ = nullptr;  // holds content_
@@ -102,6 +116,11 @@ private:
     bool shown_ = false;
     bool pictureGiven_ = false;  // SetPic
     bool detached_ = false;
+    bool noHide_ = false;
+    QFrame* vali_ = nullptr;  // the validation panel of the NoHide cycle
+    QLabel* valiLabel_ = nullptr;
+    QPushButton* valiButton_ = nullptr;
+    QPointer<QWidget> valiFocus_;
 };
 
 }  // namespace tav::ui

@@ -1,6 +1,7 @@
 #include "ui/QtMessageHost.h"
 
 #include <QApplication>
+#include <QEventLoop>
 #include <QThread>
 #include <atomic>
 #include <future>
@@ -15,8 +16,8 @@ namespace tav::ui {
 
 namespace {
 
-// The answer a worker waits for. Fulfilled once: by the box's finished, or
-// with no answer when the last holder on the UI side lets go unanswered.
+// The answer a worker waits for. Fulfilled once: by the box, or with no
+// answer when the last holder on the UI side lets go unanswered.
 class PendingAnswer {
 public:
     explicit PendingAnswer(std::promise<int> promise) : promise_(std::move(promise)) {}
@@ -40,6 +41,11 @@ QString mainCaption(QWidget* parent) {
     return QApplication::applicationName();
 }
 
+MessageOptions optionsOf(const MessageRequest& request) {
+    return isNumericText(request.options) ? MessageOptions::parse(std::lround(optionNumber(request.options)))
+                                          : MessageOptions::parse(request.options);
+}
+
 }  // namespace
 
 void QtMessageHost::setBoxFont(const QFont& font) {
@@ -52,24 +58,82 @@ std::optional<QFont> QtMessageHost::boxFont() const {
     return font_;
 }
 
-int QtMessageHost::showOnUiThread(MessageRequest& request) {
-    QWidget* parent = boxParent(parent_.data());
-    const std::optional<QFont> font = boxFont();
-    MessageBoxDialog box(request, QApplication::applicationName(), mainCaption(parent), parent,
-                         font ? &*font : nullptr);
-    box.exec();
-    return box.answer();
+void QtMessageHost::releaseKept() {
+    if (!kept_) return;
+    MessageBoxDialog* box = kept_.data();
+    kept_ = nullptr;
+    box->abandon();
+    box->deleteLater();
+}
+
+void QtMessageHost::ask(MessageRequest& request, QWidget* parent, const std::optional<QFont>& font,
+                        bool applicationModal, std::function<void(int)> answered) {
+    const std::optional<NoHideSpec> noHide = optionsOf(request).noHide();
+    if (!noHide) releaseKept();
+    MessageBoxDialog* box = nullptr;
+    if (noHide && kept_) {
+        box = kept_.data();
+        box->rearm(request, noHide->text);
+    } else {
+        if (noHide) releaseKept();
+        QWidget* over = boxParent(parent);
+        box = new MessageBoxDialog(request, QApplication::applicationName(), mainCaption(over), over,
+                                   font ? &*font : nullptr);
+        if (noHide) kept_ = box;
+    }
+
+    // One answer a call: the first of a press, the end of the box, its
+    // destruction or the end of the program.
+    auto callback = std::make_shared<std::function<void(int)>>(std::move(answered));
+    auto links = std::make_shared<std::vector<QMetaObject::Connection>>();
+    auto finish = [callback, links](int answer) {
+        for (const auto& link : *links) QObject::disconnect(link);
+        if (!*callback) return;
+        auto call = std::move(*callback);
+        *callback = nullptr;
+        call(answer);
+    };
+    QPointer<MessageBoxDialog> guard(box);
+    links->push_back(QObject::connect(box, &MessageBoxDialog::pressed, box, finish));
+    links->push_back(QObject::connect(box, &QDialog::finished, box, [this, finish, guard](int) {
+        if (!guard) return;
+        if (kept_ == guard) kept_ = nullptr;
+        finish(guard->answer());
+        guard->deleteLater();
+    }));
+    links->push_back(QObject::connect(box, &QObject::destroyed, [finish] { finish(kNoAnswer); }));
+    links->push_back(QObject::connect(QCoreApplication::instance(), &QCoreApplication::aboutToQuit, box,
+                                      [finish, guard] {
+                                          if (guard) guard->abandon();
+                                          finish(kNoAnswer);
+                                      }));
+    if (!box->isVisible()) {
+        if (applicationModal) {
+            box->setWindowModality(Qt::ApplicationModal);
+            box->show();
+        } else {
+            box->open();
+        }
+    }
 }
 
 int QtMessageHost::show(MessageRequest& request) {
     QCoreApplication* app = QCoreApplication::instance();
     const ButtonSet buttons = resolveButtons(request);
-    const bool noShow = MessageOptions::parse(request.options).noShow();
+    const bool noShow = optionsOf(request).noShow();
     int answer = kNoAnswer;
     if (!app || noShow) {
         answer = kNoAnswer;
     } else if (QThread::currentThread() == app->thread()) {
-        answer = showOnUiThread(request);
+        // Modal on the UI thread: wait here for the answer.
+        QEventLoop loop;
+        bool answered = false;
+        ask(request, parent_.data(), boxFont(), true, [&](int n) {
+            answer = n;
+            answered = true;
+            loop.quit();
+        });
+        if (!answered) loop.exec();
     } else {
         std::promise<int> promise;
         std::future<int> future = promise.get_future();
@@ -79,23 +143,9 @@ int QtMessageHost::show(MessageRequest& request) {
         MessageRequest* asked = &request;
         QMetaObject::invokeMethod(
             app,
-            [pending, parent, font, asked]() mutable {
-                QWidget* over = boxParent(parent.data());
-                auto* box = new MessageBoxDialog(*asked, QApplication::applicationName(), mainCaption(over), over,
-                                                 font ? &*font : nullptr);
-                QObject::connect(box, &QDialog::finished, box, [pending, box](int) {
-                    pending->set(box->answer());
-                    box->deleteLater();
-                });
-                // Destroyed unanswered (its parent went away): the worker gets no answer.
-                QObject::connect(box, &QObject::destroyed, [pending] { pending->set(kNoAnswer); });
-                // The program ends: the box lets go of the request before the worker goes on.
-                QObject::connect(QCoreApplication::instance(), &QCoreApplication::aboutToQuit, box, [pending, box] {
-                    box->abandon();
-                    pending->set(kNoAnswer);
-                });
+            [this, pending, parent, font, asked]() mutable {
+                ask(*asked, parent.data(), font, false, [pending](int n) { pending->set(n); });
                 pending.reset();
-                box->open();
             },
             Qt::QueuedConnection);
         pending.reset();

@@ -6,15 +6,23 @@
 // opens the box there, and the asking thread waits until the box is
 // answered; the UI thread keeps running meanwhile. The button codes of the
 // box go to the asking thread's mbState().
+//
+// NoHide: a box asked with NoHide stays on screen after the press; the next
+// request with NoHide is answered by the same box (showing its validation
+// text first), and a request without NoHide, or releaseKept, removes it.
+// The host must outlive the prompts that are asked through it.
 #include <QFont>
 #include <QPointer>
 #include <QWidget>
+#include <functional>
 #include <mutex>
 #include <optional>
 
 #include "core/MessageRequest.h"
 
 namespace tav::ui {
+
+class MessageBoxDialog;
 
 class QtMessageHost : public MessageHost {
 public:
@@ -31,13 +39,20 @@ public:
     std::optional<QFont> boxFont() const;
     int show(MessageRequest& request) override;
 
+    // Removes the box kept on screen by NoHide, if any (UI thread).
+    void releaseKept();
+
 private:
-    int showOnUiThread(MessageRequest& request);
+    // Opens the box (or answers with the kept one) on the UI thread and
+    // calls answered once with the answer.
+    void ask(MessageRequest& request, QWidget* parent, const std::optional<QFont>& font, bool applicationModal,
+             std::function<void(int)> answered);
     // Set on the UI thread before prompts are asked; show reads it on the
     // asking thread.
     QPointer<QWidget> parent_;
     mutable std::mutex fontLock_;
     std::optional<QFont> font_;  // written on the UI thread, read by show on any thread
+    QPointer<MessageBoxDialog> kept_;  // the NoHide box; UI thread only
 };
 
 }  // namespace tav::ui
