@@ -1,7 +1,5 @@
 #include "ui/MessageBoxDialog.h"
 
-#include "ui/MessageBoxControls.h"
-
 #include <QAbstractSpinBox>
 #include <QApplication>
 #include <QCheckBox>
@@ -18,23 +16,18 @@
 #include <QRadioButton>
 #include <QScreen>
 #include <QScrollArea>
-#include <QHeaderView>
-#include <QScrollBar>
 #include <QStyle>
 #include <QTableWidget>
 #include <QTextEdit>
 #include <QTimer>
 #include <QUrl>
-#include <QIcon>
-#include <QImage>
-#include <QPixmap>
 #include <algorithm>
-#include <any>
 #include <cmath>
 
 #include "core/ListText.h"
 #include "dialogs/MessageText.h"
 #include "dialogs/PictureTable.h"
+#include "ui/MessageBoxControls.h"
 
 namespace tav::ui {
 
@@ -269,6 +262,8 @@ void MessageBoxDialog::layoutBox() {
     for (QPushButton* b : buttons_) measureButton(b);
     for (const Control& c : controls_)
         if (c.spec.kind == ControlKind::CommandButton && c.widget) measureButton(static_cast<QPushButton*>(c.widget));
+    buttonWidth_ = buttonWidth;
+    buttonHeight_ = buttonHeight;
 
     const bool iconShown = !icon_->isHidden();
     const int iconW = iconShown ? icon_->width() : 0;
@@ -486,15 +481,8 @@ int MessageBoxDialog::placeButtons(int top, int left, int areaWidth, const Butto
     if (count == 0) return top;
     const int between = px(gaps.between);
     const int lineGap = px(gaps.lines);
-    int buttonWidth = 0;
-    int buttonHeight = 0;
-    for (QPushButton* b : buttons_) {
-        QFontMetrics fm(b->font());
-        buttonWidth = std::max(buttonWidth, fm.horizontalAdvance(b->text().remove('&')) + px(kButtonExtra));
-        buttonHeight = std::max(buttonHeight, b->sizeHint().height());
-    }
-    buttonWidth = std::max(buttonWidth, px(kButtonWidthRef));
-    buttonHeight = std::max(buttonHeight, px(kMinRowHeight));
+    const int buttonWidth = buttonWidth_;
+    const int buttonHeight = buttonHeight_;
     int perLine = (areaWidth + between) / (buttonWidth + between);
     perLine = std::max(1, std::min({perLine, count, options_.maxButtonsPerLine()}));
     int y = top;

@@ -117,6 +117,8 @@ private:
     bool pictureGiven_ = false;  // SetPic
     bool detached_ = false;
     bool noHide_ = false;
+    int buttonWidth_ = 0;   // one width for all buttons of the box, in and under the controls
+    int buttonHeight_ = 0;
     QFrame* vali_ = nullptr;  // the validation panel of the NoHide cycle
     QLabel* valiLabel_ = nullptr;
     QPushButton* valiButton_ = nullptr;

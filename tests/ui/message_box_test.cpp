@@ -538,6 +538,7 @@ void MessageBoxTest::commandButtonInTheBoxPressesItsNumber() {
     auto* button = qobject_cast<QPushButton*>(box.control(up));
     QVERIFY(button);
     QCOMPARE(button->text(), QString("&Up"));
+    QCOMPARE(button->width(), box.button(1)->width());  // one width for all buttons of a box
     QTest::mouseClick(button, Qt::LeftButton);
     QCOMPARE(box.answer(), up);
 }
