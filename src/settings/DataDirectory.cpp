@@ -142,6 +142,7 @@ void loadInitialKeys(IniStore& ini, std::string& mainSpec) {
 OpenedFiles openDataFiles(IniStore& ini, bool firstRunSteps) {
     OpenedFiles files;
     files.mainIni = ini.qualify("Tavelo.ini");
+    ProfileService::removeStaleTemporaries(ini.dataDir());
     std::string mainSpec = files.mainIni;
     ini.openAltList(mainSpec);
     ini.setRoleFile(IniRole::Main, mainSpec);

@@ -212,6 +212,25 @@ void ProfileService::invalidateAll() {
     cache_.clear();
 }
 
+int ProfileService::removeStaleTemporaries(const std::string& dir) {
+    int removed = 0;
+    std::error_code ec;
+    for (const auto& item : fs::directory_iterator(dir, ec)) {
+        const std::string name = item.path().filename().string();
+        const size_t mark = name.rfind(".tmp~");
+        if (mark == std::string::npos || !item.is_regular_file(ec)) continue;
+#ifndef _WIN32
+        // A temporary of a living process is still being written.
+        const std::string pid = name.substr(mark + 5);
+        if (!pid.empty() && pid.find_first_not_of("0123456789") == std::string::npos &&
+            (std::stol(pid) == ::getpid() || fs::exists("/proc/" + pid, ec)))
+            continue;
+#endif
+        if (fs::remove(item.path(), ec)) ++removed;
+    }
+    return removed;
+}
+
 bool ProfileService::writeFileAtomic(const std::string& path, std::string_view bytes, std::string* error) {
     fs::path target(path);
     fs::path temp = target;

@@ -65,6 +65,10 @@ public:
     void invalidate(const std::string& path);
     void invalidateAll();
 
+    // Removes the temporary files that a process killed in the middle of a
+    // write left in `dir`; returns how many went.
+    static int removeStaleTemporaries(const std::string& dir);
+
     // Replaces a file's bytes atomically; false with *error on failure.
     static bool writeFileAtomic(const std::string& path, std::string_view bytes, std::string* error = nullptr);
 

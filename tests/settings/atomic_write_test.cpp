@@ -8,6 +8,7 @@
 #include <unistd.h>
 
 #include <chrono>
+#include <filesystem>
 #include <thread>
 
 #include "settings/IniStore.h"
@@ -45,5 +46,9 @@ TEST(AtomicWrite, KillDuringWritesNeverLeavesADamagedFile) {
         EXPECT_TRUE(v.find_first_not_of(v[0]) == std::string::npos) << "round " << round;
         EXPECT_EQ(ini.get("S", "Other", file), "kept");
     }
+    // What the killed writers left behind goes at the next start.
+    ProfileService::removeStaleTemporaries(dir.str());
+    for (const auto& item : std::filesystem::directory_iterator(dir.path()))
+        EXPECT_EQ(item.path().filename().string(), "state.ini");
 }
 #endif
