@@ -396,7 +396,10 @@ std::string listControlResult(const ControlSpec& spec, QWidget* widget) {
             if (lb->item(r)->isSelected()) rows.push_back(r);
         if (rows.empty()) return "-1";
         std::string out;
-        for (size_t k = 0; k < rows.size(); ++k) out += (k ? "|" : "") + std::to_string(rows[k]);
+        for (size_t k = 0; k < rows.size(); ++k) {
+            if (k) out += '|';
+            out += std::to_string(rows[k]);
+        }
         return out;
     }
     if (auto* grid = qobject_cast<QTableWidget*>(widget)) {

@@ -525,10 +525,9 @@ void MessageBoxDialog::runListAction(const ListActionSpec& action, const QString
         break;
     }
     case ListAction::ShowText: {
-        auto shown = std::make_shared<MessageRequest>();
-        shown->message = text.toStdString();
-        shown->buttons = "0";
-        shown->options = "Esc=1|";
+        // As a plain OK box that Esc closes.
+        auto shown = std::make_shared<MessageRequest>(
+            MessageRequest{text.toStdString(), std::string(1, '0'), std::string("Esc=1|"), {}, {}, {}, {}});
         auto* box = new MessageBoxDialog(*shown, windowTitle(), windowTitle(), this);
         box->setWindowTitle(windowTitle());
         connect(box, &QDialog::finished, box, [box, shown](int) { box->deleteLater(); });

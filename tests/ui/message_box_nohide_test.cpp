@@ -21,10 +21,7 @@ using tav::ui::MessageBoxDialog;
 namespace {
 
 MessageRequest nameRequest(const std::string& options) {
-    MessageRequest r;
-    r.message = "New name:";
-    r.buttons = "1";
-    r.options = options;
+    MessageRequest r{"New name:", std::string(1, '1'), options, {}, {}, {}, {}};
     MBAddCtl("TextBox", "3000||||||-1", "", r, true);
     return r;
 }
@@ -136,9 +133,7 @@ void MessageBoxNoHideTest::hostKeepsTheBoxBetweenCallsOnTheUiThread() {
     QCOMPARE(QString::fromStdString(r.values[1]), QString("fine.txt"));
 
     // A request without NoHide removes the kept box.
-    MessageRequest done;
-    done.message = "Renamed.";
-    done.buttons = "0";
+    MessageRequest done{"Renamed.", std::string(1, '0'), {}, {}, {}, {}, {}};
     QTimer::singleShot(0, [&] {
         QTRY_COMPARE(openBoxes().size(), size_t{1});
         QVERIFY(openBoxes().front() != first);
