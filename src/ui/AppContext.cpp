@@ -5,11 +5,21 @@
 #include <cstdlib>
 
 #include "core/AppError.h"
+#include "ui/MessageBoxControls.h"
 
 namespace tav::ui {
 
 AppContext::AppContext()
     : ini_(service_, &host_), errors_(screen_, [] { std::exit(1); }, "Tavelo") {}
+
+void AppContext::applyBoxFont() {
+    std::string name = ini_.mode(kMissingEmpty).get("MB formats", "MB all Fontname");
+    if (name.empty()) return;
+    double size = ini_.mode(kMissingEmpty).getNum("MB formats", "MB all Size");
+    bool bold = ini_.mode(kMissingEmpty).getBool("MB formats", "MB all Bold");
+    bool italic = ini_.mode(kMissingEmpty).getBool("MB formats", "MB all Italic");
+    host_.setBoxFont(messageBoxFont(name, size > 0 ? size : 8, bold, italic));
+}
 
 bool AppContext::open(const std::string& explicitDataDir, const std::string& argv0) {
     try {
@@ -22,6 +32,7 @@ bool AppContext::open(const std::string& explicitDataDir, const std::string& arg
         ini_.setDataDir(dataDir_);
         files_ = openDataFiles(ini_);
         errors_.setErrorLog(files_.errorLog);
+        applyBoxFont();
         return true;
     } catch (const AppError& e) {
         if (!e.isUserStop()) errors_.handle(e, ErrorPlace{"HTMLanalform_Load", "HTMLanalform", "", ""});

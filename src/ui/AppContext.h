@@ -27,6 +27,9 @@ public:
     const std::string& dataDir() const { return dataDir_; }
 
 private:
+    // The message box font of section "MB formats".
+    void applyBoxFont();
+
     ProfileService service_;
     QtMessageHost host_;
     IniStore ini_;
