@@ -1,0 +1,50 @@
+#pragma once
+// The short calls most prompts use, each a thin layer on one request.
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "core/MessageRequest.h"
+
+namespace tav {
+
+class IniStore;
+
+inline constexpr std::string_view kDoNotShowAgain = "Do &not Show this Message again";
+
+// A box with message and buttons only; Values entry 0 goes to the key data.
+int MBSimple(MessageHost& host, std::string_view message, std::string_view buttons = "0",
+             std::string_view options = {}, std::string_view title = {});
+
+// An OK box that Esc closes.
+int MBOk(MessageHost& host, std::string_view message);
+
+// A box with "Do not show this message again". When the INI entry is true
+// no box is shown: the cancel code becomes -2 and the call returns -1.
+int MBOnce(MessageHost& host, IniStore& ini, std::string_view message, std::string_view buttons,
+           std::string_view options, std::string_view title, std::string_view section, std::string_view entry,
+           std::string_view file = "::*");
+int MBOkOnce(MessageHost& host, IniStore& ini, std::string_view message, std::string_view section,
+             std::string_view entry, std::string_view file = "::*");
+
+// A reminder that fires from a count on. Below the stored threshold no box
+// is shown (cancel code and result -1). A tick of "do not show" is stored as
+// a negative threshold.
+int MBCount(MessageHost& host, IniStore& ini, double count, std::string_view message, std::string_view what,
+            bool showNoMore, bool showThreshold, std::string_view buttons, std::string_view options,
+            std::string_view title, std::string_view section, std::string_view entry,
+            std::string_view file = "::*");
+
+// One text box with OK and Cancel: the edited text, or "" for Cancel.
+std::string MBInput(MessageHost& host, std::string_view message, std::string_view title,
+                    std::string_view defaultText);
+
+// Items in a list moved up and down; true with the new order on OK.
+bool MBSequence(MessageHost& host, std::string_view title, std::string_view prompt,
+                std::vector<std::string>& items, std::string_view okCaption = "&OK",
+                std::string_view cancelCaption = "&Cancel");
+
+// One text box a line, with "&Add Line"; true with the lines on OK.
+bool MBLines(MessageHost& host, std::vector<std::string>& lines, std::string_view title);
+
+}  // namespace tav
