@@ -93,6 +93,23 @@ std::string MBInput(MessageHost& host, std::string_view message, std::string_vie
     return r.values[box];
 }
 
+std::string MBInputFmt(MessageHost& host, std::string_view message, std::string_view title,
+                       std::string_view defaultText, bool bold, double widthPercent, bool selectAll, int height,
+                       int width) {
+    std::string options = mbopt::defaultAndMinWidthPercent(widthPercent, kScreenTwips);
+    if (bold) options += mbopt::textBold();
+    MessageRequest r = request(message, "1", options, title);
+    std::vector<std::string> fields(8);
+    fields[0] = std::to_string(width > 0 ? width : 10000);
+    if (height > 0) fields[1] = std::to_string(height);
+    if (selectAll) fields[7] = "-1";
+    const int box = MBAddCtl("TextBox", joinList(fields, "|", kPlainListStyle), defaultText, r, true);
+    ButtonSet buttons = resolveButtons(r);
+    int answer = host.show(r);
+    if (answer == buttons.escButton) return {};
+    return r.values[box];
+}
+
 bool MBSequence(MessageHost& host, std::string_view title, std::string_view prompt,
                 std::vector<std::string>& items, std::string_view okCaption, std::string_view cancelCaption) {
     std::string buttons;

@@ -39,6 +39,13 @@ int MBCount(MessageHost& host, IniStore& ini, double count, std::string_view mes
 std::string MBInput(MessageHost& host, std::string_view message, std::string_view title,
                     std::string_view defaultText);
 
+// MBInput with a minimum width in percent of the screen, an optional bold
+// message, a text box of the given size (width 0: 10000 twips) and its text
+// selected on entry when selectAll is set.
+std::string MBInputFmt(MessageHost& host, std::string_view message, std::string_view title,
+                       std::string_view defaultText, bool bold, double widthPercent, bool selectAll,
+                       int height = 0, int width = 0);
+
 // Items in a list moved up and down; true with the new order on OK.
 bool MBSequence(MessageHost& host, std::string_view title, std::string_view prompt,
                 std::vector<std::string>& items, std::string_view okCaption = "&OK",

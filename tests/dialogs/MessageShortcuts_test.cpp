@@ -90,6 +90,15 @@ TEST_F(Shortcuts, InputGivesTheTextOrEmptyOnCancel) {
     EXPECT_EQ(MBInput(host, "Name:", "", "old"), "");
 }
 
+TEST_F(Shortcuts, FormattedInputCarriesItsOptionsAndSpec) {
+    host.answer(1);
+    EXPECT_EQ(MBInputFmt(host, "Name:", "", "abc", true, 50, true, 300, 4000), "abc");
+    const MessageRequest& r = host.asked()[0];
+    EXPECT_NE(r.options.find("TextBold"), std::string::npos);
+    EXPECT_NE(r.options.find("Default and Min Width"), std::string::npos);
+    EXPECT_EQ(r.ctlSpecs[1], "TextBox|~~|4000|~~|300|~~||~~||~~||~~||~~||~~|-1");
+}
+
 TEST_F(Shortcuts, SequenceMovesTheSelectedItem) {
     std::vector<std::string> items = {"a", "b", "c"};
     auto select = [](int index, int button) {
