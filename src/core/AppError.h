@@ -1,6 +1,6 @@
 #pragma once
-// A numbered program error, raised where the classic code raised a run-time
-// error. It unwinds to the nearest handler, which logs and reports it.
+// A numbered program error. It unwinds to the nearest handler, which logs
+// and reports it.
 // Number 1066 is the user's Stop: it unwinds quietly and is never logged.
 #include <stdexcept>
 #include <string>
