@@ -1,14 +1,32 @@
 #include "filelist/FormatCellPut.h"
 
+#include <array>
+#include <functional>
+
 #include "filelist/FormatColumnMask.h"
 #include "filelist/FormatValueText.h"
 
 namespace tav {
 
 namespace {
+// A list repeats its values (dates of one day, common sizes): the last
+// results of each thread are remembered by value and mask.
+struct Remembered {
+    std::string mask, value, result;
+    bool used = false;
+};
+
 std::string through(std::string_view value, std::string_view mask) {
+    thread_local std::array<Remembered, 1024> memo;
+    const size_t h = std::hash<std::string_view>{}(value) * 31 + std::hash<std::string_view>{}(mask);
+    Remembered& slot = memo[h % memo.size()];
+    if (slot.used && slot.value == value && slot.mask == mask) return slot.result;
     FormatResult r = formatValueText(value, mask);
-    return r.ok() ? std::move(r.text) : std::string(value);
+    slot.value.assign(value);
+    slot.mask.assign(mask);
+    slot.result = r.ok() ? std::move(r.text) : std::string(value);
+    slot.used = true;
+    return slot.result;
 }
 }  // namespace
 
