@@ -29,7 +29,6 @@ TextSectionView::TextSectionView(TextBlockCache& cache, MessageHost& host, ViewS
     setFocusPolicy(Qt::StrongFocus);
     setBackgroundRole(QPalette::Base);
     setAutoFillBackground(true);
-    setAttribute(Qt::WA_OpaquePaintEvent, false);
 
     bar_ = new QScrollBar(Qt::Vertical, this);
     bar_->setObjectName("fTextScroll");

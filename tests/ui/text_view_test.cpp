@@ -67,6 +67,10 @@ private slots:
     void longLinesWrapWithinTheWidth();
     void shiftExtendsTheSelection();
     void missingFileGoesToTheHost();
+    void measureBreaksLinesAsPainted();
+    void wheelMovesThreeLinesANotch();
+    void selectionIsPaintedHighlighted();
+    void binaryFileWrapsAndMarksControls();
 
 private:
     std::unique_ptr<tavtest::TempDir> dir_;
@@ -439,6 +443,106 @@ void TextViewTest::missingFileGoesToTheHost() {
     QVERIFY(!r.shown);
     QVERIFY(!host_->asked().empty());
     QVERIFY(w_->shownLines().isEmpty() || w_->shownLines() == QStringList{""});
+}
+
+void TextViewTest::measureBreaksLinesAsPainted() {
+    QFont font("DejaVu Sans Mono");
+    font.setPixelSize(14);
+    ui::FontLineMeasure m(font, true, false);
+    const QFontMetricsF fm(font);
+    const qreal cell = fm.horizontalAdvance(QLatin1Char('x'));
+    m.setArea(static_cast<int>(std::ceil(cell * 10)), static_cast<int>(m.lineHeight() * 4.5));
+    QCOMPARE(m.visibleLines(), 4);
+    // Breaks end lines and belong to them.
+    QCOMPARE(m.lineLength("ab\r\ncd"), size_t{4});
+    QCOMPARE(m.lineLength("ab\rcd"), size_t{3});
+    QCOMPARE(m.lineLength("ab\ncd"), size_t{3});
+    QCOMPARE(m.lineLength("abc"), size_t{3});
+    // Ten cells fit; a break right behind a full line is its own.
+    QCOMPARE(m.lineLength("0123456789abc"), size_t{10});
+    QCOMPARE(m.lineLength("0123456789\nabc"), size_t{11});
+    QCOMPARE(m.lineLength("0123456789\r\nabc"), size_t{12});
+    // A two-byte character is one cell; a lone byte from 128 on is one too.
+    QCOMPARE(m.lineLength("\xc3\xa9\xc3\xa9" "345678901"), size_t{12});
+    QCOMPARE(m.lineLength("\xe9\xe9" "345678901"), size_t{10});
+    // Word wrap breaks behind the last blank.
+    m.setWordWrap(true);
+    QCOMPARE(m.lineLength("abc defghijkl"), size_t{4});
+    QCOMPARE(m.lineLength("abcdefghijklmn"), size_t{10});
+    QCOMPARE(m.lineLength("0123456789   x"), size_t{13});
+    // However narrow the area, a line holds a character.
+    m.setArea(1, 1);
+    QCOMPARE(m.visibleLines(), 1);
+    QCOMPARE(m.lineLength("abc"), size_t{1});
+    QCOMPARE(m.lineLength("\xc3\xa9" "bc"), size_t{2});
+    QVERIFY(m.maxLineBytes() >= 6);
+    // Control characters are painted as dots, and measured as such.
+    QCOMPARE(m.shown(std::string("a\x01" "b\x7f", 4)), QString("a.b."));
+    QCOMPARE(m.widthOf(std::string("\x01", 1)), fm.horizontalAdvance(QLatin1Char('.')));
+}
+
+void TextViewTest::wheelMovesThreeLinesANotch() {
+    auto& w = openBig();
+    const QPointF at(20, 20);
+    QWheelEvent down(at, w.mapToGlobal(at), QPoint(), QPoint(0, -120), Qt::NoButton, Qt::NoModifier,
+                     Qt::NoScrollPhase, false);
+    QApplication::sendEvent(&w, &down);
+    QCOMPARE(w.shownLines().front(), QString("line 000004"));
+    QWheelEvent up(at, w.mapToGlobal(at), QPoint(), QPoint(0, 240), Qt::NoButton, Qt::NoModifier,
+                   Qt::NoScrollPhase, false);
+    QApplication::sendEvent(&w, &up);
+    QCOMPARE(w.shownLines().front(), QString("line 000001"));
+}
+
+void TextViewTest::selectionIsPaintedHighlighted() {
+    auto& w = openBig(400, 200);
+    const QColor highlight = w.palette().color(QPalette::Highlight);
+    const int lh = static_cast<int>(w.measure().lineHeight());
+    auto highlighted = [&](const QImage& img, int row) {
+        int n = 0;
+        const int y = 2 + row * lh + lh / 2;
+        for (int x = 2; x < 2 + w.measure().areaWidth(); ++x)
+            if (QColor(img.pixel(x, y)) == highlight) ++n;
+        return n;
+    };
+    QImage plain = w.grab().toImage();
+    QCOMPARE(highlighted(plain, 0), 0);
+    // Bytes 3 to 14: the end of line 1 and the start of line 2.
+    w.view().setSelection(3, 15);
+    w.update();
+    QImage marked = w.grab().toImage();
+    QVERIFY(highlighted(marked, 0) > 0);
+    QVERIFY(highlighted(marked, 1) > 0);
+    QCOMPARE(highlighted(marked, 2), 0);
+    QCOMPARE(w.selectedParts()[0], QString("ne 000001"));
+    QCOMPARE(w.selectedParts()[1], QString("li"));
+    // The first two characters of line 1 are not selected: the highlight starts after them.
+    const int y = 2 + lh / 2;
+    const int firstX = [&] {
+        for (int x = 0; x < marked.width(); ++x)
+            if (QColor(marked.pixel(x, y)) == highlight) return x;
+        return -1;
+    }();
+    const qreal two = w.measure().widthOf("li");
+    QVERIFY2(std::abs(firstX - (2 + two)) <= 1.5, qPrintable(QString::number(firstX)));
+}
+
+void TextViewTest::binaryFileWrapsAndMarksControls() {
+    std::string bytes;
+    for (int i = 0; i < 30000; ++i) bytes += static_cast<char>(i % 7 == 0 ? 0 : i % 7 == 1 ? 9 : 'a' + i % 26);
+    const QString path = QString::fromStdString(dir_->write("bin.dat", bytes).string());
+    w_->resize(300, 300);
+    w_->show();
+    QVERIFY(w_->showFile(path).shown);
+    QStringList lines = w_->shownLines();
+    QCOMPARE(lines.size(), w_->visibleLines());
+    QVERIFY(lines.front().startsWith(".."));
+    for (const QString& l : lines) QVERIFY(!l.contains(QChar(0)) && !l.contains('\t'));
+    QTest::keyClick(w_.get(), Qt::Key_End, Qt::ControlModifier);
+    lines = w_->shownLines();
+    QCOMPARE(lines.size(), w_->visibleLines());
+    QVERIFY(w_->view().atEnd());
+    QVERIFY(host_->asked().empty());
 }
 
 QTEST_MAIN(TextViewTest)
