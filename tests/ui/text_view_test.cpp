@@ -71,6 +71,9 @@ private slots:
     void wheelMovesThreeLinesANotch();
     void selectionIsPaintedHighlighted();
     void binaryFileWrapsAndMarksControls();
+    void barMoveWithASelectionAsksFirst();
+    void twoViewsShareOneCache();
+    void plainTextOfAMarkupFile();
 
 private:
     std::unique_ptr<tavtest::TempDir> dir_;
@@ -543,6 +546,64 @@ void TextViewTest::binaryFileWrapsAndMarksControls() {
     QCOMPARE(lines.size(), w_->visibleLines());
     QVERIFY(w_->view().atEnd());
     QVERIFY(host_->asked().empty());
+}
+
+void TextViewTest::barMoveWithASelectionAsksFirst() {
+    auto& w = openBig();
+    w.view().setSelection(1, 30);
+    host_->answer(2);  // cancel: keep the selection
+    w.scrollBar()->triggerAction(QAbstractSlider::SliderToMaximum);
+    QCOMPARE(host_->asked().size(), size_t{1});
+    QVERIFY(QString::fromStdString(host_->asked()[0].message)
+                .startsWith("By repositioning using scroll bar, you willl lose selection."));
+    QCOMPARE(w.shownLines().front(), QString("line 000001"));
+    QCOMPARE(w.scrollBar()->value(), 0);
+    QVERIFY(!w.view().selection().empty());
+    host_->answer(1);  // OK: move and lose it
+    w.scrollBar()->triggerAction(QAbstractSlider::SliderToMaximum);
+    QCOMPARE(w.shownLines().back(), numbered(kLines));
+    QVERIFY(w.view().selection().empty());
+    // Keys keep the selection without asking.
+    w.view().setSelection(1, 30);
+    QTest::keyClick(&w, Qt::Key_Home, Qt::ControlModifier);
+    QCOMPARE(host_->asked().size(), size_t{2});
+    QVERIFY(!w.view().selection().empty());
+}
+
+void TextViewTest::twoViewsShareOneCache() {
+    auto& a = openBig();
+    std::string other;
+    for (int i = 1; i <= 5000; ++i) other += "other " + std::to_string(i) + "\n";
+    const QString otherPath = QString::fromStdString(dir_->write("other.txt", other).string());
+    ui::TextSectionView b(*cache_, *host_);
+    b.resize(400, 300);
+    b.show();
+    QTest::keyClick(&a, Qt::Key_End, Qt::ControlModifier);
+    QVERIFY(b.showFile(otherPath).shown);
+    QCOMPARE(b.shownLines().front(), QString("other 1"));
+    // The cache now holds the other file: the first view finds its place again.
+    QTest::keyClick(&a, Qt::Key_PageUp);
+    QCOMPARE(a.shownLines().size(), a.visibleLines());
+    QCOMPARE(a.shownLines().back(), numbered(kLines - a.visibleLines() + 1));
+    checkConsecutive(a.shownLines(), "first view after the second read");
+    QTest::keyClick(&b, Qt::Key_End, Qt::ControlModifier);
+    QCOMPARE(b.shownLines().back(), QString("other 5000"));
+    QTest::keyClick(&a, Qt::Key_Home, Qt::ControlModifier);
+    QCOMPARE(a.shownLines().front(), QString("line 000001"));
+    QVERIFY(host_->asked().empty());
+}
+
+void TextViewTest::plainTextOfAMarkupFile() {
+    const QString path = QString::fromStdString(
+        dir_->write("page.html", "<html><body><p>Hello <b>there</b></p></body></html>").string());
+    w_->resize(400, 300);
+    w_->show();
+    const ShowFileResult r = w_->showFile(path, TextKind::Plain, 1, "Page");
+    QVERIFY(r.shown);
+    QCOMPARE(QString::fromStdString(r.status), QString("Plain text from Page"));
+    const QString all = w_->shownLines().join('\n');
+    QVERIFY2(all.contains("Hello") && all.contains("there") && !all.contains("<b>"), qPrintable(all));
+    QCOMPARE(w_->shownText().kind, TextKind::Plain);
 }
 
 QTEST_MAIN(TextViewTest)
