@@ -170,6 +170,13 @@ void TextSectionView::paintEvent(QPaintEvent*) {
             p.setPen(pal.color(QPalette::Text));
         }
         if (!after.empty()) p.drawText(QPointF(x2, baseline), measure_.shown(after));
+        // A selected line break shows as a blank cell behind the line.
+        const ByteSelection& sel = view_.selection();
+        const int64_t breakByte = line.firstByte + static_cast<int64_t>(text.size());
+        if (!sel.empty() && breakByte < line.endByte && sel.first() <= breakByte && sel.behind() > breakByte) {
+            const qreal x3 = x0 + measure_.widthOf(text);
+            p.fillRect(QRectF(x3, top, measure_.widthOf(" "), lineHeight), pal.brush(QPalette::Highlight));
+        }
         ++row;
     }
 }

@@ -519,6 +519,10 @@ void TextViewTest::selectionIsPaintedHighlighted() {
     QCOMPARE(highlighted(marked, 2), 0);
     QCOMPARE(w.selectedParts()[0], QString("ne 000001"));
     QCOMPARE(w.selectedParts()[1], QString("li"));
+    // The selected break of line 1 shows behind its text; line 2's break is not selected.
+    const int behindText = 2 + static_cast<int>(w.measure().widthOf("line 000001")) + 2;
+    QCOMPARE(QColor(marked.pixel(behindText, 2 + lh / 2)), highlight);
+    QVERIFY(QColor(marked.pixel(behindText, 2 + lh + lh / 2)) != highlight);
     // The first two characters of line 1 are not selected: the highlight starts after them.
     const int y = 2 + lh / 2;
     const int firstX = [&] {
