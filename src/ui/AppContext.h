@@ -7,6 +7,7 @@
 #include "dialogs/ErrorHandler.h"
 #include "settings/DataDirectory.h"
 #include "settings/IniStore.h"
+#include "viewer/TextBlockCache.h"
 #include "ui/QtErrorScreen.h"
 #include "ui/QtMessageHost.h"
 
@@ -25,6 +26,8 @@ public:
     ErrorHandler& errors() { return errors_; }
     const OpenedFiles& files() const { return files_; }
     const std::string& dataDir() const { return dataDir_; }
+    // The one text block cache of the program, shared by every text view.
+    TextBlockCache& textCache() { return textCache_; }
 
 private:
     // The message box font of section "MB formats".
@@ -37,6 +40,7 @@ private:
     ErrorHandler errors_;
     OpenedFiles files_;
     std::string dataDir_;
+    TextBlockCache textCache_;
 };
 
 }  // namespace tav::ui

@@ -1,22 +1,19 @@
 #include "ui/MainWindow.h"
 
 #include <QCloseEvent>
-#include <QFile>
-#include <QFontDatabase>
 #include <QGuiApplication>
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QMenuBar>
-#include <QPlainTextEdit>
 #include <QScreen>
 #include <QStatusBar>
 #include <QTimer>
 #include <algorithm>
 
 #include "core/ListText.h"
-#include "core/Utf8.h"
 #include "settings/IniNumbers.h"
 #include "ui/AppContext.h"
+#include "ui/TextSectionView.h"
 
 namespace tav::ui {
 
@@ -95,17 +92,13 @@ void MainWindow::closeEvent(QCloseEvent* event) {
 }
 
 void MainWindow::showTextFile(const QString& path, const QString& title) {
-    QFile f(path);
-    if (!f.open(QIODevice::ReadOnly)) return;
-    QByteArray bytes = f.read(1 << 20);
-    auto* view = new QPlainTextEdit;
-    view->setReadOnly(true);
-    view->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
-    view->setPlainText(QString::fromStdString(toUtf8(std::string_view(bytes.constData(), bytes.size()))));
+    auto* view = new TextSectionView(app_.textCache(), app_.host());
     QMdiSubWindow* sub = mdi_->addSubWindow(view);
     sub->setWindowTitle(title);
     sub->resize(640, 420);
     sub->show();
+    view->showFile(path);
+    view->setFocus();
 }
 
 }  // namespace tav::ui
