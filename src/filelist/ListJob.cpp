@@ -156,9 +156,10 @@ private:
     };
 
     // Sends the rows at the head whose reading is done; with `all`, waits
-    // for every one. The queue is kept short so that memory stays bounded.
+    // for every one. The queue is long enough that the readers seldom wait
+    // for the job's thread, and bounded so that memory stays small.
     void emitPending(bool all) {
-        const std::size_t cap = 4 * static_cast<std::size_t>(spec_.contentThreads);
+        const std::size_t cap = 256 * static_cast<std::size_t>(spec_.contentThreads);
         while (!pending_.empty() && !stopped_) {
             if (job_.stopRequested()) {
                 stopped_ = true;
