@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "cli/Commands.h"
+#include "cli/OptionWord.h"
 #include "find/ComplexCriteria.h"
 #include "find/CriteriaText.h"
 #include "find/FileFindRecord.h"
@@ -111,14 +112,10 @@ std::string parseArgs(const std::vector<std::string>& args, FindArgs& f) {
     static const char* const kFlags[] = {"--match-case", "--whole-word", "--ignore-leading-spaces", "--backward",
                                          "--all",        "--rejected",   "--criteria",              "--help"};
     for (size_t i = 0; i < args.size(); ++i) {
-        std::string a = args[i];
-        std::string value;
-        bool hasValue = false;
-        if (a.rfind("--", 0) == 0 && a.find('=') != std::string::npos) {
-            value = a.substr(a.find('=') + 1);
-            a = a.substr(0, a.find('='));
-            hasValue = true;
-        }
+        OptionWord word = splitOptionWord(args[i]);
+        std::string a = std::move(word.name);
+        std::string value = std::move(word.value);
+        const bool hasValue = word.hasValue;
         bool flag = false;
         for (const char* name : kFlags) flag = flag || a == name;
         if (flag) {

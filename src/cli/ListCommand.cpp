@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "cli/Commands.h"
+#include "cli/OptionWord.h"
 #include "cli/EngineSession.h"
 #include "core/ListText.h"
 #include "core/Utf8.h"
@@ -72,14 +73,10 @@ bool parseCount(const std::string& text, std::int64_t& value) {
 
 std::string parseArgs(const std::vector<std::string>& args, ListArgs& a) {
     for (std::size_t i = 0; i < args.size(); ++i) {
-        std::string opt = args[i];
-        std::string value;
-        bool hasValue = false;
-        if (opt.rfind("--", 0) == 0 && opt.find('=') != std::string::npos) {
-            value = opt.substr(opt.find('=') + 1);
-            opt = opt.substr(0, opt.find('='));
-            hasValue = true;
-        }
+        OptionWord word = splitOptionWord(args[i]);
+        std::string opt = std::move(word.name);
+        std::string value = std::move(word.value);
+        const bool hasValue = word.hasValue;
         auto take = [&](std::string& out) -> bool {
             if (!hasValue) {
                 if (i + 1 >= args.size()) return false;

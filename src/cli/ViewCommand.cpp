@@ -6,6 +6,7 @@
 #include <string>
 
 #include "cli/Commands.h"
+#include "cli/OptionWord.h"
 #include "viewer/DisplayText.h"
 #include "viewer/FileBlockReader.h"
 #include "viewer/HexDump.h"
@@ -62,14 +63,10 @@ bool parseCount(const std::string& text, int64_t& value) {
 // The arguments, or an error text for stderr.
 std::string parseArgs(const std::vector<std::string>& args, ViewArgs& v) {
     for (size_t i = 0; i < args.size(); ++i) {
-        std::string a = args[i];
-        std::string value;
-        bool hasValue = false;
-        if (a.rfind("--", 0) == 0 && a.find('=') != std::string::npos) {
-            value = a.substr(a.find('=') + 1);
-            a = a.substr(0, a.find('='));
-            hasValue = true;
-        }
+        OptionWord word = splitOptionWord(args[i]);
+        std::string a = std::move(word.name);
+        std::string value = std::move(word.value);
+        const bool hasValue = word.hasValue;
         if (a == "--plain" || a == "--raw" || a == "--hex") {
             const Mode m = a == "--plain" ? Mode::Plain : a == "--raw" ? Mode::Raw : Mode::Hex;
             if (hasValue) return "option " + a + " takes no value";
