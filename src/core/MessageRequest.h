@@ -3,6 +3,7 @@
 // title, control specifications with their values, and the lists of the
 // list, combo and grid controls. A host renders it and fills in the answer.
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace tav {
@@ -16,6 +17,17 @@ struct MessageRequest {
     std::vector<std::string> values;               // parallel to ctlSpecs; entry 0 is the key data
     std::vector<std::vector<std::string>> lists;   // lists[control][row]
 };
+
+// A box with message, buttons and options only.
+inline MessageRequest makeRequest(std::string message, std::string buttons, std::string options = {},
+                                  std::string title = {}) {
+    MessageRequest r;
+    r.message = std::move(message);
+    r.buttons = std::move(buttons);
+    r.options = std::move(options);
+    r.title = std::move(title);
+    return r;
+}
 
 // The answer to a request: the button pressed (from 1), or -2 when a key hid
 // the box. Values and lists are edited in place in the request.

@@ -16,12 +16,7 @@ namespace tav {
 namespace {
 MessageRequest request(std::string_view message, std::string_view buttons, std::string_view options,
                        std::string_view title) {
-    MessageRequest r;
-    r.message = std::string(message);
-    r.buttons = std::string(buttons);
-    r.options = std::string(options);
-    r.title = std::string(title);
-    return r;
+    return makeRequest(std::string(message), std::string(buttons), std::string(options), std::string(title));
 }
 
 bool ticked(const std::string& value) { return valueIsTrue(value) || value == "1"; }

@@ -385,9 +385,7 @@ void IniStore::report(bool ok, const std::string& operation) {
 
 int IniStore::ask(const std::string& message, const std::string& buttons) {
     if (!host_) return 1;
-    MessageRequest request;
-    request.message = message;
-    request.buttons = buttons;
+    MessageRequest request = makeRequest(message, buttons);
     return host_->show(request);
 }
 

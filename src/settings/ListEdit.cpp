@@ -12,7 +12,7 @@ bool addListItem(std::string& list, const std::string& item, bool unique, Messag
     if (!list.empty()) items = splitItems(list, "|", brackets);
     if (unique && std::find(items.begin(), items.end(), item) != items.end()) {
         if (host) {
-            MessageRequest request{std::string(kItemExists), "0", {}, {}, {}, {}, {}};
+            MessageRequest request = makeRequest(std::string(kItemExists), "0");
             host->show(request);
         }
         return false;

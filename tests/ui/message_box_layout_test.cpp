@@ -24,11 +24,7 @@ using tav::ui::MessageBoxDialog;
 namespace {
 
 MessageRequest request(const std::string& message, const std::string& buttons, const std::string& options = {}) {
-    MessageRequest r;
-    r.message = message;
-    r.buttons = buttons;
-    r.options = options;
-    return r;
+    return makeRequest(message, buttons, options);
 }
 
 int screenWidth() { return QGuiApplication::primaryScreen()->availableGeometry().width(); }

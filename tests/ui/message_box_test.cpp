@@ -30,11 +30,7 @@ using tav::ui::MessageBoxDialog;
 namespace {
 
 MessageRequest request(const std::string& message, const std::string& buttons, const std::string& options = {}) {
-    MessageRequest r;
-    r.message = message;
-    r.buttons = buttons;
-    r.options = options;
-    return r;
+    return makeRequest(message, buttons, options);
 }
 
 // Shows the box and waits until it has the keyboard.
