@@ -54,8 +54,34 @@ void readListContent(const std::string& path, std::int64_t size, ContentExtracto
     if (out.error.empty()) out.cells = &extractor.cells();
 }
 
-ListContentPool::ListContentPool(const ContentSpec& spec, int threads, std::function<bool()> stop)
-    : stop_(std::move(stop)) {
+void readListContent(const std::string& path, std::int64_t size, ContentExtractor* extractor, const FileTest* test,
+                     const std::function<bool()>& stop, ContentResult& out) {
+    if (!test) {
+        if (extractor) readListContent(path, size, *extractor, stop, out);
+        return;
+    }
+    ContentFeed feed;
+    if (extractor) {
+        extractor->beginFile(path, size);
+        feed = [extractor](std::string_view bytes) { return extractor->feed(bytes); };
+    }
+    out.tested = true;
+    out.verdict = test->testContent(path, size, feed, stop);
+    if (out.verdict.stopped) {
+        out.stopped = true;
+        return;
+    }
+    if (!extractor) return;
+    extractor->finish();
+    if (out.verdict.error.empty())
+        out.cells = &extractor->cells();
+    else
+        out.error = out.verdict.error;
+}
+
+ListContentPool::ListContentPool(const ContentSpec& spec, int threads, std::function<bool()> stop,
+                                 const FileTest* test, bool readContent)
+    : stop_(std::move(stop)), test_(test), readContent_(readContent) {
     if (threads < 1) threads = 1;
     extractors_.resize(static_cast<std::size_t>(threads));
     for (ContentExtractor& e : extractors_) e.configure(spec);
@@ -120,7 +146,7 @@ void ListContentPool::work(ContentExtractor& extractor) {
             queue_.pop_front();
         }
         ContentResult result;
-        readListContent(task->path, task->size, extractor, stop, result);
+        readListContent(task->path, task->size, readContent_ ? &extractor : nullptr, test_, stop, result);
         if (result.cells) task->cells = *result.cells;
         {
             std::lock_guard<std::mutex> lock(mutex_);

@@ -3,6 +3,8 @@
 // read in chunks of kListReadChunk bytes until the extractor wants no more,
 // and closed. On the job's thread, or on worker threads that each keep their
 // own extractor; the job takes the results back in the order it asked.
+// With a file test (a search), the test reads the file and feeds the
+// extractor on the way, so the file is still read once.
 #include <condition_variable>
 #include <atomic>
 #include <cstdint>
@@ -15,6 +17,7 @@
 #include <vector>
 
 #include "content/ContentExtractor.h"
+#include "filelist/FileTest.h"
 
 namespace tav {
 
@@ -24,10 +27,16 @@ struct ContentResult {
     const ContentCells* cells = nullptr;  // set when the file was read (or partly)
     std::string error;                    // the file could not be read
     bool stopped = false;                 // a stop came during the read
+    bool tested = false;                  // a file test judged the file
+    FileVerdict verdict;                  // its verdict
 };
 
 // Reads one file through `extractor`; `stop` is tested before each chunk.
 void readListContent(const std::string& path, std::int64_t size, ContentExtractor& extractor,
+                     const std::function<bool()>& stop, ContentResult& out);
+// The same with a file test: the test reads the file and feeds `extractor`
+// (null: no content columns). Without a test, as above.
+void readListContent(const std::string& path, std::int64_t size, ContentExtractor* extractor, const FileTest* test,
                      const std::function<bool()>& stop, ContentResult& out);
 
 class ListContentPool {
@@ -41,7 +50,10 @@ public:
     };
 
     // `stop` is called from the workers and must be safe to call there.
-    ListContentPool(const ContentSpec& spec, int threads, std::function<bool()> stop);
+    // With `test`, files are read through it; `readContent` false: the
+    // extractors are not fed (only the test reads).
+    ListContentPool(const ContentSpec& spec, int threads, std::function<bool()> stop,
+                    const FileTest* test = nullptr, bool readContent = true);
     ~ListContentPool();
     ListContentPool(const ListContentPool&) = delete;
     ListContentPool& operator=(const ListContentPool&) = delete;
@@ -56,6 +68,8 @@ private:
     void work(ContentExtractor& extractor);
 
     std::function<bool()> stop_;
+    const FileTest* test_ = nullptr;
+    bool readContent_ = true;
     std::atomic<bool> cancelled_{false};
     std::mutex mutex_;
     std::condition_variable wake_;  // workers: a task, or the end

@@ -42,21 +42,23 @@ std::string cleanCell(std::string_view text) {
 class ListMaker {
 public:
     ListMaker(const ListJobSpec& spec, JobContext& job, RowSink& sink)
-        : spec_(spec), layout_(spec.layout), job_(job), sink_(sink) {
+        : spec_(spec), layout_(spec.layout), job_(job), sink_(sink), test_(spec.fileTest) {
         for (const ListColumn& c : layout_.columns) {
             keyMasks_.push_back(c.isKey ? c.mask : std::string());
             keyGrew_.push_back(false);
         }
-        if (layout_.readContent) {
+        searchReads_ = test_ && test_->testsContent();
+        readFiles_ = layout_.readContent;
+        if (readFiles_ || searchReads_) {
             ContentSpec content = spec.content;
             content.columns = contentColumnsFor(layout_.wantedColTypes());
             content.columns.spanCols.clear();
             for (const UserColumn& u : layout_.userColumns) content.columns.spanCols.push_back(u.def);
-            readFiles_ = true;
             if (spec.contentThreads > 1) {
                 pool_ = std::make_unique<ListContentPool>(content, spec.contentThreads,
-                                                          [&job] { return job.stopRequested(); });
-            } else {
+                                                          [&job] { return job.stopRequested(); },
+                                                          searchReads_ ? test_ : nullptr, readFiles_);
+            } else if (readFiles_) {
                 extractor_.configure(content);
             }
         }
@@ -138,7 +140,8 @@ private:
         options.subdirs = entry.subdirs;
         options.showHidden = spec_.includeSystemEntry;
         options.showSystem = spec_.includeHiddenEntry;
-        options.birthTimes = wanted(col::CreatedDate) || wanted(col::CreatedTime);
+        options.birthTimes =
+            wanted(col::CreatedDate) || wanted(col::CreatedTime) || (test_ && test_->needsBirthTimes());
         WalkHooks hooks;
         hooks.found = [this](const FoundItem& item) { return ProcessFoundItem(item); };
         hooks.stopRequested = [this] { return stopped_ || job_.stopRequested(); };
@@ -176,7 +179,7 @@ private:
                 stopped_ = true;
                 break;
             }
-            guarded(p.item, [&] { return emitRow(p.item, p.task ? &p.task->result : nullptr); });
+            guarded(p.item, [&] { return settleAndEmit(p.item, p.task ? &p.task->result : nullptr); });
         }
         if (stopped_) {
             pending_.clear();
@@ -202,7 +205,9 @@ private:
 
     bool ProcessFoundItem(const FoundItem& item) {
         ++totals_.filesExamined;
-        if (pool_) {
+        if (test_ && !test_->passesEntry(item)) {
+            // No row; the walk goes on.
+        } else if (pool_) {
             if (!item.isDirectory || spec_.listDirs) {
                 Pending p{item, nullptr};
                 if (!item.isDirectory) p.task = pool_->submit(item.path(), item.size);
@@ -231,15 +236,51 @@ private:
     // read leaves no row.
     bool FillRow(const FoundItem& item) {
         if (item.isDirectory && !spec_.listDirs) return true;
-        if (!readFiles_ || item.isDirectory) return emitRow(item, nullptr);
+        if ((!readFiles_ && !searchReads_) || item.isDirectory) return emitRow(item, nullptr);
         ContentResult content;
-        readListContent(item.path(), item.size, extractor_, [this] { return job_.stopRequested(); }, content);
+        readListContent(item.path(), item.size, readFiles_ ? &extractor_ : nullptr, searchReads_ ? test_ : nullptr,
+                        [this] { return job_.stopRequested(); }, content);
         if (content.stopped) raiseUserStop();
-        return emitRow(item, &content);
+        return settleAndEmit(item, &content);
+    }
+
+    // The test's verdict on a file it read, then the row if it keeps it.
+    bool settleAndEmit(const FoundItem& item, ContentResult* read) {
+        const FileVerdict* verdict = nullptr;
+        if (read && read->tested) {
+            // A test that says stop still gets this file's row.
+            if (!test_->settle(item, read->verdict)) stopped_ = true;
+            if (!read->verdict.error.empty()) {
+                searchError(item, read->verdict.error);
+                return !stopped_;
+            }
+            if (!read->verdict.keep) return !stopped_;
+            verdict = &read->verdict;
+        }
+        const bool goOn = emitRow(item, readFiles_ ? read : nullptr, verdict);
+        return goOn && !stopped_;
+    }
+
+    // A file the search could not read: a prompt, or with none to ask (or
+    // after "OK for All") a line of the error list.
+    void searchError(const FoundItem& item, const std::string& error) {
+        MessageHost* host = job_.prompter();
+        if (!host || quietSearchErrors_) {
+            sink_.fileError(item.path(), "Error when searching for text in file: " + item.path() + " Error: >>" +
+                                             error + "<< ");
+            return;
+        }
+        MessageRequest request = makeRequest("Error when searching for text in file:\r" + item.path() +
+                                                 "\rError: >>" + error + "<< \rThis file cannot be searched." +
+                                                 "\rPress OK to Search other files.\rPress Cancel to Stop now.",
+                                             "&OK|OK for &All|&Cancel");
+        const int button = host->show(request);
+        if (button == 2) quietSearchErrors_ = true;
+        if (button == 3) stopped_ = true;
     }
 
     // The row of one item, with the content read for it (null: none read).
-    bool emitRow(const FoundItem& item, const ContentResult* content) {
+    bool emitRow(const FoundItem& item, const ContentResult* content, const FileVerdict* verdict = nullptr) {
         row_.assign(layout_.columns.size(), std::string());
         ++totals_.filesListed;
         std::string name, type;
@@ -282,6 +323,11 @@ private:
         if (wanted(col::ReadDate)) PutCell(col::ReadDate, dateText(item.accessed, kListDateMask));
         if (wanted(col::ReadTime)) PutCell(col::ReadTime, dateText(item.accessed, kListTimeMask));
 
+        if (verdict) {
+            PutCell(col::FoundValue, verdict->found.value, true);
+            PutCell(col::FoundAt, verdict->found.byteNumber);
+            PutCell(col::FoundText, verdict->found.text);
+        }
         if (content) {
             if (content->cells) {
                 const ContentCells& cells = *content->cells;
@@ -338,7 +384,10 @@ private:
     ContentExtractor extractor_;            // reads on the job's thread
     std::unique_ptr<ListContentPool> pool_;  // or on these threads
     std::deque<Pending> pending_;
-    bool readFiles_ = false;
+    FileTest* test_;
+    bool readFiles_ = false;    // content columns are read
+    bool searchReads_ = false;  // the test reads files
+    bool quietSearchErrors_ = false;
     LocalTimeConverter clock_;
     std::vector<std::string> keyMasks_;
     std::vector<bool> keyGrew_;

@@ -1,13 +1,17 @@
 #pragma once
 // `FindAndListFiles`: the list maker as a job. It walks each entry of the
 // list spec, makes one row per file or directory, reads each file once for
-// all content columns, and sends the rows to a sink in walk order.
+// all content columns, and sends the rows to a sink in walk order. With a
+// file test (Find Files Containing Text) only the items that pass it get
+// rows, with the Found columns the test fills; the search reads the file in
+// the same pass as the content columns.
 #include <cstdint>
 #include <string>
 #include <vector>
 
 #include "content/ContentExtractor.h"
 #include "filelist/ColumnLayout.h"
+#include "filelist/FileTest.h"
 #include "filelist/JobContext.h"
 #include "filelist/ListContentReader.h"
 #include "filelist/RowSink.h"
@@ -33,6 +37,9 @@ struct ListJobSpec {
     // Threads that read files for content columns; 1: the job's own thread.
     // Rows leave in walk order either way.
     int contentThreads = 1;
+    // The test every item goes through; null: every item is listed. Held
+    // by the caller for the run.
+    FileTest* fileTest = nullptr;
 };
 
 // True if the run got to its end; false if it was stopped or there was

@@ -1,0 +1,82 @@
+#include "find/FindFileTest.h"
+
+#include "content/Tidy.h"
+#include "find/FeedingFileBytes.h"
+#include "find/FileSearch.h"
+
+namespace tav {
+
+std::string foundTextCell(std::string_view text, int64_t start, int64_t end) {
+    return tidyCell(text, kFoundTextLength) + std::string(kTidyLineEnd) + "[Bytes " + std::to_string(start) +
+           " to " + std::to_string(end) + "]";
+}
+
+FindFileTest::FindFileTest(const FindCriteria& criteria, const FileFindRecord& record, int64_t today)
+    : prepared_(prepareFindCriteria(criteria, record.options.keepAllRejected)),
+      hasText_(!prepared_.mainValue.empty() || !prepared_.otherValues.empty()),
+      maxBytes_(record.options.maxBytes > 0 ? roundMaxBytes(record.options.maxBytes) : 0),
+      keepAllRejected_(record.options.keepAllRejected),
+      sizeDate_(record, today) {}
+
+bool FindFileTest::passesEntry(const FoundItem& item) {
+    if (item.isDirectory) return false;
+    return sizeDate_.passes(item);
+}
+
+FileVerdict FindFileTest::testContent(const std::string& path, std::int64_t size, const ContentFeed& feed,
+                                      const std::function<bool()>& stop) const {
+    (void)size;
+    FileVerdict verdict;
+    FeedingFileBytes file(path, feed);
+    if (!file.open()) {
+        verdict.keep = false;
+        verdict.error = file.error();
+        return verdict;
+    }
+    SearchRange range;
+    if (maxBytes_ > 0) range.endByte = maxBytes_ + 1;
+    range.beforeLength = range.afterLength = kFoundTextContext;
+    RejectedList rejected;  // this file's; merged into the run's list by settle
+    SearchHooks hooks;
+    hooks.stopRequested = stop;
+    hooks.rejected = &rejected;
+    hooks.heading = "File: " + path;
+    hooks.keepAllRejected = true;
+    const SearchOutcome o = searchBytes(prepared_, file, range, hooks, [](const FoundHit&) { return false; });
+    // The first line is the file's heading.
+    for (size_t i = 1; i < rejected.lines().size(); ++i) verdict.notes.push_back(rejected.lines()[i]);
+    if (o.interrupted) {
+        verdict.stopped = true;
+        return verdict;
+    }
+    if (!o.error.empty()) {
+        verdict.keep = false;
+        verdict.error = o.error;
+        return verdict;
+    }
+    verdict.keep = o.found;
+    if (o.found) {
+        verdict.found.value = o.hit.value;
+        verdict.found.byteNumber = std::to_string(o.hit.byteNumber);
+        verdict.found.text = foundTextCell(o.hit.text, o.hit.textStart, o.hit.textEnd);
+    }
+    if (!file.feedRest(stop)) {
+        if (stop && stop()) {
+            verdict.stopped = true;
+        } else if (!file.error().empty()) {
+            verdict.keep = false;
+            verdict.error = file.error();
+        }
+    }
+    return verdict;
+}
+
+bool FindFileTest::settle(const FoundItem& item, FileVerdict& verdict) {
+    const std::string heading = "File: " + item.path();
+    for (const std::string& text : verdict.notes) rejected_.add(heading, text, keepAllRejected_, rejectedShowing_);
+    if (!verdict.keep || !verdict.error.empty()) return true;
+    ++filesFound_;
+    return onHit ? onHit(item, verdict) : true;
+}
+
+}  // namespace tav
