@@ -23,6 +23,10 @@ struct Row {
     std::vector<std::string> cells;  // one per grid column
     bool isDirectory = false;
     std::string path;                // the item's full path
+    // Marks of the grid, kept with the row so that sorts and moves carry
+    // them: in the BLUE selection; hidden (`RowHeight` 0, cells kept).
+    bool blue = false;
+    bool hidden = false;
 };
 
 struct ListTotals {
