@@ -1,4 +1,5 @@
-// tavelo find: the accepted hits of find criteria in one file, or the
+// tavelo find: Find Files Containing Text over directories, printed as the
+// list it makes; the accepted hits of find criteria in one file; or the
 // criteria as the program shows them.
 #include <algorithm>
 #include <charconv>
@@ -10,28 +11,43 @@
 #include <vector>
 
 #include "cli/Commands.h"
+#include "cli/ListOptions.h"
 #include "cli/OptionWord.h"
+#include "filelist/ColumnTypes.h"
+#include "filelist/JobContext.h"
+#include "filelist/ListJob.h"
+#include "filelist/RowTable.h"
 #include "find/ComplexCriteria.h"
 #include "find/CriteriaText.h"
 #include "find/FileFindRecord.h"
 #include "find/FileSearch.h"
 #include "find/FindCriteria.h"
+#include "find/FindFileTest.h"
 #include "find/FindNowCheck.h"
 #include "find/FindOptions.h"
 #include "find/PreparedCriteria.h"
 #include "find/RejectedList.h"
+#include "find/SizeDateTest.h"
 
 namespace tav::cli {
 
 namespace {
 
 const char* const kUsage =
-    "usage: tavelo find [criteria options] --in FILE [--from BYTE] [--backward] [--all] [--context N]\n"
+    "usage: tavelo find [--data DIR] [criteria options] [file options] [list options] ENTRY...\n"
+    "       tavelo find [criteria options] --in FILE [--from BYTE] [--backward] [--all] [--context N]\n"
     "                   [--max-bytes N] [--rejected]\n"
-    "       tavelo find [criteria options] [--in FILE] [--max-bytes N] --criteria\n";
+    "       tavelo find [criteria options] [file options] [--in FILE | ENTRY...] [--max-bytes N] --criteria\n";
 
 const char* const kHelp =
-    "Searches one file for find criteria and prints each accepted hit as a line\n"
+    "With ENTRY... searches the directories of the entries and prints the files\n"
+    "that pass the file options and hold an accepted hit as a list, the way\n"
+    "tavelo list prints it, with the columns Found Value, Fnd At Byte No and\n"
+    "Found Text added (the first hit of each file). Without a text to find the\n"
+    "files are chosen by name, size and date alone.\n"
+    "Exit status: 0 files listed, 1 none, 2 bad use.\n"
+    "\n"
+    "With --in FILE searches one file and prints each accepted hit as a line\n"
     "  BYTE<TAB>VALUE<TAB>END|START\n"
     "BYTE is the byte number of the hit's first byte (the file's first byte is 1),\n"
     "VALUE the bytes found as they stand in the file, END|START the last and the\n"
@@ -66,7 +82,17 @@ const char* const kHelp =
     "  --context N               bytes of found text either side of the value (default 0)\n"
     "  --max-bytes N             search only the first N bytes, rounded up to whole 10,000\n"
     "  --rejected                write the hits rejected by the criteria to standard error\n"
-    "  --criteria                print the criteria as shown and the file search statement\n";
+    "  --criteria                print the criteria as shown and the file search statement\n"
+    "\n"
+    "File options (directory search):\n"
+    "  --named PATTERN           only files whose name matches (* ? # [set]; case ignored)\n"
+    "  --min-size N, --max-size N   sizes in bytes, both inclusive\n"
+    "  --today                   only files modified today\n"
+    "  --modified FROM..TO       modified between two days (dd/mm/yyyy or yyyy-mm-dd), either may be empty\n"
+    "  --created FROM..TO, --accessed FROM..TO   likewise, created or last read\n"
+    "  --subdirs                 search the subdirectories too\n"
+    "\n"
+    "List options:\n";
 
 struct FindArgs {
     FindCriteria criteria;
@@ -83,7 +109,25 @@ struct FindArgs {
     bool showCriteria = false;
     bool help = false;
     bool textGiven = false;
+    // The directory search.
+    ListArgs list;
+    std::string pattern = "*";
+    std::string minSize, maxSize;  // as typed
+    DateChoice dates = DateChoice::AllFiles;
+    std::string dateFrom, dateTo;  // as typed
 };
+
+// "FROM..TO" of the date options; either end may be empty.
+std::string parseDays(const std::string& option, const std::string& text, FindArgs& f, DateChoice choice) {
+    if (f.dates != DateChoice::AllFiles)
+        return "only one of --today, --modified, --created and --accessed may be given";
+    const size_t dots = text.find("..");
+    if (dots == std::string::npos) return "option " + option + " needs FROM..TO, not '" + text + "'";
+    f.dates = choice;
+    f.dateFrom = text.substr(0, dots);
+    f.dateTo = text.substr(dots + 2);
+    return {};
+}
 
 bool parseNumber(const std::string& text, int64_t& value, int64_t lowest) {
     const char* end = text.data() + text.size();
@@ -110,7 +154,8 @@ std::string parseRange(const std::string& option, const std::string& text, std::
 // The arguments, or an error text for stderr.
 std::string parseArgs(const std::vector<std::string>& args, FindArgs& f) {
     static const char* const kFlags[] = {"--match-case", "--whole-word", "--ignore-leading-spaces", "--backward",
-                                         "--all",        "--rejected",   "--criteria",              "--help"};
+                                         "--all",        "--rejected",   "--criteria",              "--help",
+                                         "--today"};
     for (size_t i = 0; i < args.size(); ++i) {
         OptionWord word = splitOptionWord(args[i]);
         std::string a = std::move(word.name);
@@ -129,17 +174,27 @@ std::string parseArgs(const std::vector<std::string>& args, FindArgs& f) {
             if (a == "--rejected") f.rejected = true;
             if (a == "--criteria") f.showCriteria = true;
             if (a == "--help") f.help = true;
+            if (a == "--today") {
+                if (f.dates != DateChoice::AllFiles)
+                    return "only one of --today, --modified, --created and --accessed may be given";
+                f.dates = DateChoice::Today;
+            }
             continue;
         }
-        if (a.rfind("--", 0) != 0) return "unexpected argument '" + args[i] + "'";
         static const char* const kValued[] = {
             "--text",         "--exclude",          "--word-ranges",    "--or",           "--exclude-value",
             "--exclude-line-start", "--exclude-same-line", "--exclude-within", "--line-start", "--same-line",
             "--within",       "--restrict-line",    "--max-bytes",      "--in",           "--from",
-            "--context"};
+            "--context",      "--named",            "--min-size",       "--max-size",     "--modified",
+            "--created",      "--accessed"};
         bool known = false;
         for (const char* name : kValued) known = known || a == name;
-        if (!known) return "unknown option " + args[i];
+        if (!known) {
+            std::string problem;
+            if (!takeListOption(args, i, f.list, problem)) return "unknown option " + args[i];
+            if (!problem.empty()) return problem;
+            continue;
+        }
         if (!hasValue) {
             if (i + 1 >= args.size()) return "option " + a + " needs a value";
             value = args[++i];
@@ -170,6 +225,18 @@ std::string parseArgs(const std::vector<std::string>& args, FindArgs& f) {
             if (std::string e = parseRange(a, value, f.excludeRange, f.complex.excludeRange); !e.empty()) return e;
         } else if (a == "--within") {
             if (std::string e = parseRange(a, value, f.includeRange, f.complex.includeRange); !e.empty()) return e;
+        } else if (a == "--named") {
+            if (value.empty()) return "option --named needs a pattern";
+            f.pattern = value;
+        } else if (a == "--min-size" || a == "--max-size") {
+            if (!parseNumber(value, n, 0))
+                return "option " + a + " needs a whole number from 0, not '" + value + "'";
+            (a == "--min-size" ? f.minSize : f.maxSize) = value;
+        } else if (a == "--modified" || a == "--created" || a == "--accessed") {
+            const DateChoice choice = a == "--modified"  ? DateChoice::Modified
+                                      : a == "--created" ? DateChoice::Created
+                                                         : DateChoice::Accessed;
+            if (std::string e = parseDays(a, value, f, choice); !e.empty()) return e;
         } else if (a == "--in") {
             if (value.empty()) return "option --in needs a file";
             f.file = value;
@@ -219,19 +286,70 @@ private:
     std::ostream& err_;
 };
 
+// The file find record of the arguments, after the checks.
 FileFindRecord searchRecord(const FindArgs& f) {
     FileFindRecord r;
     r.options.maxBytes = f.maxBytes > 0 ? roundMaxBytes(f.maxBytes) : 0;
+    r.options.includeSubdirs = f.list.subdirs;
+    r.options.keepAllRejected = f.rejected;
+    r.options.showFoundValue = r.options.showFoundAt = r.options.showFoundText = true;
+    r.pattern = f.pattern;
+    int64_t n = 0;
+    if (parseNumber(f.minSize, n, 0)) r.minSize = std::min(n, kMaxSearchBytes);
+    if (parseNumber(f.maxSize, n, 0)) r.maxSize = std::min(n, kMaxSearchBytes);
+    DateRange range;
+    range.on = true;
+    range.from = plainDateParse(f.dateFrom);
+    range.to = plainDateParse(f.dateTo);
+    switch (f.dates) {
+        case DateChoice::AllFiles: break;
+        case DateChoice::Today: r.modifiedToday = true; break;
+        case DateChoice::Modified: r.modified = range; break;
+        case DateChoice::Created: r.created = range; break;
+        case DateChoice::Accessed: r.accessed = range; break;
+    }
     return r;
+}
+
+// Where the search looks, as the statement shows it.
+std::string lookInText(const FindArgs& f) {
+    if (!f.list.entries.empty()) {
+        std::string out;
+        for (const std::string& e : f.list.entries) out += (out.empty() ? "" : "|") + e;
+        return out;
+    }
+    if (!f.file.empty()) return f.file;
+    std::error_code ec;
+    return std::filesystem::current_path(ec).string();
+}
+
+// The directory search: the list it makes, printed.
+int searchDirectories(const CommandContext& ctx, const FindArgs& f) {
+    const FileFindRecord record = searchRecord(f);
+    FindFileTest test(f.criteria, record, todayDayNumber());
+    const bool hasText = test.testsContent();
+    ListRun run;
+    const std::vector<int> found = {col::FoundValue, col::FoundAt, col::FoundText};
+    const std::string problem = prepareListRun(ctx, f.list, hasText, hasText ? found : std::vector<int>{}, run);
+    if (run.sessionFailed) return 2;
+    if (!problem.empty()) {
+        ctx.err << "tavelo find: " << problem << "\n" << kUsage;
+        return 2;
+    }
+    run.spec.fileTest = &test;
+    JobContext job;
+    RowTable table;
+    setUpTable(f.list, table);
+    FindAndListFiles(run.spec, job, table);
+    printListTable(ctx, table, f.list, run.sortTypes, "find");
+    if (f.rejected)
+        for (const std::string& l : test.rejected().lines()) ctx.err << l << "\n";
+    return table.rows().empty() ? 1 : 0;
 }
 
 int printCriteria(const CommandContext& ctx, const FindArgs& f) {
     const FindCriteria& c = f.criteria;
-    std::string lookIn = f.file;
-    if (lookIn.empty()) {
-        std::error_code ec;
-        lookIn = std::filesystem::current_path(ec).string();
-    }
+    const std::string lookIn = lookInText(f);
     ctx.out << criteriaAsText(c.text, c.exclude, c.matchCase, c.wholeWord, c.complex, kSectionFindContaining)
             << "\n"
             << fileFindAsText(searchRecord(f), lookIn, "\n") << "\n";
@@ -247,7 +365,7 @@ int runFind(const CommandContext& ctx) {
         return 2;
     }
     if (f.help) {
-        ctx.out << kUsage << "\n" << kHelp;
+        ctx.out << kUsage << "\n" << kHelp << kListOptionsUsage;
         return 0;
     }
     StderrHost host(ctx.err);
@@ -259,19 +377,35 @@ int runFind(const CommandContext& ctx) {
     entries.complexShown = false;
     entries.maxLength = f.maxBytesText;
     entries.includeSubdirs = true;
+    entries.pattern = f.pattern;
+    entries.minSizeOn = !f.minSize.empty();
+    entries.minSize = f.minSize;
+    entries.maxSizeOn = !f.maxSize.empty();
+    entries.maxSize = f.maxSize;
+    entries.dates = f.dates;
+    entries.dateFrom = f.dateFrom;
+    entries.dateTo = f.dateTo;
     if (!checkFindNow(entries, host).ok) {
         ctx.err << kUsage;
         return 2;
     }
+    f.criteria.exclude = entries.exclude;  // dropped by the checks when there is no text
     if (f.showCriteria) return printCriteria(ctx, f);
-    if (f.file.empty()) {
-        ctx.err << "tavelo find: searching directories needs --in FILE for now\n";
+    if (!f.file.empty() && !f.list.entries.empty()) {
+        ctx.err << "tavelo find: give either --in FILE or directory entries, not both\n" << kUsage;
         return 2;
+    }
+    if (f.file.empty()) {
+        if (f.list.entries.empty()) {
+            ctx.err << "tavelo find: no directory given\n" << kUsage;
+            return 2;
+        }
+        return searchDirectories(ctx, f);
     }
 
     std::error_code ec;
     if (std::filesystem::is_directory(f.file, ec)) {
-        ctx.err << "tavelo find: " << f.file << " is a directory; searching directories needs --in FILE for now\n";
+        ctx.err << "tavelo find: " << f.file << " is a directory; give it as an entry, without --in\n";
         return 2;
     }
     FileBytes source(f.file);

@@ -147,7 +147,7 @@ TEST_F(FindCommand, ContextWidensTheFoundTextWithinTheFile) {
 TEST_F(FindCommand, BadUseExitsTwoAndUnreadableFileOne) {
     const std::string f = dir.write("u.txt", "some text").string();
     for (const std::vector<std::string>& args : std::vector<std::vector<std::string>>{
-             {"--text", "x"},                                   // no --in: directories not yet
+             {"--text", "x"},                                   // neither --in nor a directory
              {"--in", f},                                       // no text
              {"--text", "x", "--in"},                           // missing value
              {"--text", "x", "--in", f, "--from", "0"},          // byte numbers count from 1
@@ -165,8 +165,8 @@ TEST_F(FindCommand, BadUseExitsTwoAndUnreadableFileOne) {
         EXPECT_EQ(r.out, "") << args.back();
         EXPECT_FALSE(r.err.empty()) << args.back();
     }
-    EXPECT_NE(runFind(dir, {"--text", "x"}).err.find("searching directories needs --in FILE for now"),
-              std::string::npos);
+    EXPECT_NE(runFind(dir, {"--text", "x"}).err.find("no directory given"), std::string::npos);
+    EXPECT_NE(runFind(dir, {"--text", "x", "--in", f, dir.str()}).err.find("not both"), std::string::npos);
     FindRun missing = runFind(dir, {"--text", "x", "--in", (dir / "no-such-file").string()});
     EXPECT_EQ(missing.code, 1);
     EXPECT_FALSE(missing.err.empty());
