@@ -5,6 +5,7 @@
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
+#include <optional>
 
 #include "core/AppError.h"
 #include "core/ListText.h"
@@ -35,6 +36,16 @@ KeyRef parseKey(std::string_view text) {
     if (text.size() != 3 || text[2] < '1' || text[2] > '4')
         raiseError(kBadKeyDigit, "Window menu key without a digit of its record: " + std::string(text));
     return {std::string(text.substr(0, 2)), text[2] - '0'};
+}
+
+bool sameName(std::string_view a, std::string_view b) { return !CaseLess{}(a, b) && !CaseLess{}(b, a); }
+
+// The section that one of the window section's naming entries names.
+std::optional<WindowPart> namedSection(std::string_view entry) {
+    if (sameName(entry, kLastColsEntry)) return WindowPart::Cols;
+    if (sameName(entry, kLastSelectionsEntry)) return WindowPart::Selections;
+    if (sameName(entry, kLastFormatsEntry)) return WindowPart::Formats;
+    return std::nullopt;
 }
 
 }  // namespace
@@ -80,6 +91,7 @@ const WindowEntry* WindowState::entryOfKey(std::string_view keyAndDigit) {
 }
 
 std::string WindowState::value(std::string_view entry) const {
+    if (auto part = namedSection(entry)) return sections.of(*part);
     if (auto it = values_.find(entry); it != values_.end()) return it->second;
     const WindowEntry* e = findWindowEntry(entry);
     if (!e) return {};
@@ -105,6 +117,10 @@ bool WindowState::has(std::string_view entry) const {
 }
 
 void WindowState::set(std::string_view entry, std::string value) {
+    if (auto part = namedSection(entry)) {
+        sections.of(*part) = std::move(value);
+        return;
+    }
     const WindowEntry* e = findWindowEntry(entry);
     values_[std::string(e ? e->name : entry)] = std::move(value);
 }

@@ -8,6 +8,7 @@
 #include <map>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace tav {
@@ -22,6 +23,7 @@ struct WindowSections {
     std::string formats;     // "--F <timer>"
     bool empty() const { return window.empty(); }
     const std::string& of(WindowPart part) const;
+    std::string& of(WindowPart part) { return const_cast<std::string&>(std::as_const(*this).of(part)); }
 };
 
 // Names for a new window: the timer value (seconds since midnight, as
@@ -73,7 +75,8 @@ public:
     WindowSections sections;
 
     // The value of an entry by name; the factory value of the table when the
-    // window has none; empty for an entry the table does not know.
+    // window has none; empty for an entry the table does not know. The three
+    // entries that name the other sections read and set `sections`.
     std::string value(std::string_view entry) const;
     bool flag(std::string_view entry) const;  // false only for "", "0", "False"
     long long number(std::string_view entry, long long fallback = 0) const;

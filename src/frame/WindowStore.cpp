@@ -22,6 +22,11 @@ bool startsFolded(std::string_view s, std::string_view prefix) {
     return s.size() >= prefix.size() && sameName(s.substr(0, prefix.size()), prefix);
 }
 
+bool isSectionNameEntry(std::string_view name) {
+    return sameName(name, kLastColsEntry) || sameName(name, kLastSelectionsEntry) ||
+           sameName(name, kLastFormatsEntry);
+}
+
 // Sets `noWrite` for its lifetime and puts the former value back.
 class NoWriteScope {
 public:
@@ -120,10 +125,7 @@ bool WindowStore::load(const std::string& windowSection, WindowState& out) {
         if (section.empty()) continue;
         for (const std::string& name : entryNamesOf(section)) {
             if (findWindowEntry(name)) continue;
-            if (part == WindowPart::Window && (sameName(name, kLastColsEntry) ||
-                                               sameName(name, kLastSelectionsEntry) ||
-                                               sameName(name, kLastFormatsEntry)))
-                continue;
+            if (part == WindowPart::Window && isSectionNameEntry(name)) continue;
             out.setIn(part, name, ini_.mode(kMissingEmpty).get(section, name));
         }
     }
@@ -165,7 +167,7 @@ void WindowStore::saveAll(const WindowState& window) {
         if (!section.empty()) ini_.put(section, e.name, window.value(e.name));
     }
     for (const auto& [name, value] : window.values()) {
-        if (findWindowEntry(name)) continue;
+        if (findWindowEntry(name) || isSectionNameEntry(name)) continue;
         const std::string& section = s.of(window.partOf(name));
         if (!section.empty()) ini_.put(section, name, value);
     }
@@ -208,6 +210,11 @@ void WindowStore::addOnFile(const std::string& windowSection) {
 
 void WindowStore::setLastUnloaded(const std::string& windowSection) {
     ini_.put(kWindowsIndexSection, kLastUnloadedEntry, windowSection);
+}
+
+void WindowStore::windowClosed(const std::string& windowSection, bool closedAlone) {
+    if (closedAlone) removeCurrent(windowSection);
+    setLastUnloaded(windowSection);
 }
 
 // ---- removing ----------------------------------------------------------------

@@ -44,6 +44,11 @@ public:
     void removeCurrent(const std::string& windowSection);
     void addOnFile(const std::string& windowSection);      // unique
     void setLastUnloaded(const std::string& windowSection);
+    // A window's close: one closed alone (its control menu, or by code)
+    // leaves the current list; one closed with the main window stays on it
+    // and comes back. Either way it becomes the last unloaded window, and
+    // its sections stay on file.
+    void windowClosed(const std::string& windowSection, bool closedAlone);
 
     // Start-up: each section on file that is neither current nor the last
     // unloaded one is deleted with its three others; the list on file is

@@ -67,6 +67,15 @@ TEST(WindowStateValues, TableValuesFallBackToTheFactoryAndUnknownToEmpty) {
     EXPECT_EQ(w.values().begin()->first, "Last Dir");  // stored under the table's spelling
 }
 
+TEST(WindowStateValues, TheNamingEntriesAreTheSections) {
+    WindowState w;
+    w.sections = newWindowSections(5);
+    EXPECT_EQ(w.value("Last Cols section"), "--C 5");
+    w.set("last formats SECTION", "--F other");
+    EXPECT_EQ(w.sections.formats, "--F other");
+    EXPECT_TRUE(w.values().empty());
+}
+
 TEST(WindowStateValues, FlagsAndNumbers) {
     struct Row {
         const char* text;

@@ -157,10 +157,12 @@ TEST_F(WindowStoreTest, LeftoversGoButCurrentAndLastUnloadedStay) {
     auto a = store->makeNewWindow("--W 43200", 10);
     auto b = store->makeNewWindow("--W 43200", 20);
     auto c = store->makeNewWindow("--W 43200", 30);
-    store->removeCurrent(a.sections.window);  // closed alone: stays on file, unless last unloaded
-    store->removeCurrent(b.sections.window);
-    store->removeCurrent(c.sections.window);
-    store->setLastUnloaded(c.sections.window);
+    // Closed alone, one after the other: each stays on file, but only the
+    // last one survives the next start.
+    store->windowClosed(a.sections.window, true);
+    store->windowClosed(b.sections.window, true);
+    store->windowClosed(c.sections.window, true);
+    EXPECT_EQ(store->lastUnloaded(), "--W 30");
 
     reopen();
     EXPECT_EQ(store->removeLeftovers(), 2);
@@ -169,6 +171,16 @@ TEST_F(WindowStoreTest, LeftoversGoButCurrentAndLastUnloadedStay) {
     for (const char* kept : {"--W 43200", "--C 43200", "--W 30", "--S 30"}) EXPECT_TRUE(onDisk(kept)) << kept;
     EXPECT_EQ(store->sectionsOnFile(), (std::vector<std::string>{"--W 43200", "--W 30"}));
     EXPECT_EQ(store->removeLeftovers(), 0);
+}
+
+TEST_F(WindowStoreTest, AWindowClosedWithTheMainWindowComesBack) {
+    auto a = store->makeNewWindow("--W 43200", 10);
+    store->windowClosed("--W 43200", false);
+    store->windowClosed(a.sections.window, false);
+    reopen();
+    EXPECT_EQ(store->removeLeftovers(), 0);
+    EXPECT_EQ(store->currentWindows(), (std::vector<std::string>{"--W 43200", "--W 10"}));
+    EXPECT_EQ(store->lastUnloaded(), "--W 10");
 }
 
 TEST_F(WindowStoreTest, ALeftoverWithoutItsWindowSectionStillLosesItsFellows) {
