@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "core/ListText.h"
-#include "core/TextTrim.h"
+#include "settings/IniNumbers.h"
 
 namespace tav {
 
@@ -18,10 +18,8 @@ constexpr int kTopListProvisionalExtra = 1000;
 
 // The leading number of a list element; 0 for none.
 double elementNumber(std::string_view text, int n) {
-    const std::string e(trimBlanks(listElement(text, n)));
-    if (e.empty()) return 0;
-    const double d = std::strtod(e.c_str(), nullptr);
-    return std::isfinite(d) ? d : 0;
+    const std::optional<double> d = numberAtStart(listElement(text, n));
+    return d && std::isfinite(*d) ? *d : 0;
 }
 
 int twips(double v) { return static_cast<int>(std::llround(v)); }

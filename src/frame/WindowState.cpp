@@ -2,14 +2,13 @@
 
 #include <algorithm>
 #include <cctype>
+#include <charconv>
 #include <cmath>
-#include <cstdio>
-#include <cstdlib>
 #include <optional>
 
 #include "core/AppError.h"
 #include "core/ListText.h"
-#include "core/TextTrim.h"
+#include "settings/IniNumbers.h"
 
 namespace tav {
 
@@ -74,8 +73,9 @@ WindowSections newWindowSections(double secondsSinceMidnight) {
     // The timer as the classic single-precision text: seven significant
     // digits, no trailing zeros, no zero in front of the point.
     char buf[32];
-    std::snprintf(buf, sizeof buf, "%.7g", static_cast<double>(static_cast<float>(secondsSinceMidnight)));
-    std::string t = buf;
+    const auto done = std::to_chars(buf, buf + sizeof buf, static_cast<float>(secondsSinceMidnight),
+                                    std::chars_format::general, 7);
+    std::string t(buf, done.ptr);
     if (t.rfind("0.", 0) == 0) t.erase(0, 1);
     const std::string tail = " " + t;
     return {"--W" + tail, "--C" + tail, "--S" + tail, "--F" + tail};
@@ -102,12 +102,9 @@ std::string WindowState::value(std::string_view entry) const {
 bool WindowState::flag(std::string_view entry) const { return textIsTrue(value(entry)); }
 
 long long WindowState::number(std::string_view entry, long long fallback) const {
-    const std::string text(trimBlanks(value(entry)));
-    if (text.empty()) return fallback;
-    char* end = nullptr;
-    const double d = std::strtod(text.c_str(), &end);
-    if (end == text.c_str() || !std::isfinite(d)) return fallback;
-    return std::llround(d);
+    const std::optional<double> d = numberAtStart(value(entry));
+    if (!d || !std::isfinite(*d)) return fallback;
+    return std::llround(*d);
 }
 
 bool WindowState::has(std::string_view entry) const {
