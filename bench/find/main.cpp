@@ -6,6 +6,9 @@
 // of DIR/medium, walked with std::filesystem, every hit of each file by
 // fileHits; on one thread and on two threads (output in file order),
 // against `rg -uu -j1 -F -i`, `rg -uu -F -i` and `grep -r -F -i`.
+// Dir: the same value by `tavelo find DIR` in-process, the directory search
+// through the list maker (first hit of each file, one row a file), on one
+// and on two threads, against `rg -uu -l -F -i` (the files with a hit).
 // Huge: TAVELO_NEEDLE_2f9c41 (case-insensitive) in DIR/huge/huge.txt by
 // fileHits and by the `tavelo find` command in-process, against `rg -F -i`.
 // Every output goes to a file under --out (rg and grep skip work on
@@ -207,6 +210,27 @@ int hugeCommand(const fs::path& file, const fs::path& sink) {
     return rc;
 }
 
+// `tavelo find --subdirs DIR`: the list of files with a hit; the rows printed.
+long dirCommand(const fs::path& root, const fs::path& sink, int threads) {
+    std::ofstream out(sink, std::ios::binary);
+    std::istringstream in;
+    std::ostringstream err;
+    const tav::cli::CommandContext ctx{{},
+                                       {"--text", kValue, "--subdirs", "--hidden", "--no-dirs", "--columns",
+                                        "FilePath|FileName|Type", "--threads", std::to_string(threads),
+                                        root.string()},
+                                       in,
+                                       out,
+                                       err};
+    const int rc = tav::cli::runFind(ctx);
+    if (rc > 1) std::fprintf(stderr, "tavelo find exit %d: %s\n", rc, err.str().c_str());
+    out.close();
+    long lines = 0;
+    std::ifstream back(sink, std::ios::binary);
+    for (std::string line; std::getline(back, line);) ++lines;
+    return lines > 0 ? lines - 1 : 0;  // less the header
+}
+
 long countLines(const fs::path& file) {
     std::ifstream in(file, std::ios::binary);
     long n = 0;
@@ -304,6 +328,24 @@ int main(int argc, char** argv) {
             const fs::path listed = s.out / "rg-files.out";
             std::system(("rg -uu -F -i -l " + value + " " + med + " > " + shellQuote(listed.string())).c_str());
             std::printf("files with a hit: rg %ld, Tavelo %ld\n", countLines(listed), one.files);
+        }
+    }
+
+    // The directory search: files with a hit, one row each.
+    {
+        const std::string med = shellQuote(medium.string());
+        if (rg) {
+            rows.push_back(timeCommand("dir", "rg -l -F -i", s.runs,
+                                       "rg -uu -l -F -i " + shellQuote(kValue) + " " + med + " > " + q));
+            rows.back().note = std::to_string(countLines(sink)) + " files";
+        }
+        for (int threads : {1, 2}) {
+            long files = 0;
+            const std::string name = "tavelo find DIR, " + std::to_string(threads) + (threads > 1 ? " threads" : " thread");
+            std::fprintf(stderr, "== dir    %s\n", name.c_str());
+            rows.push_back(timeIt("dir", name, s.runs, [&] { files = dirCommand(medium, sink, threads); }));
+            rows.back().tavelo = true;
+            rows.back().note = std::to_string(files) + " files";
         }
     }
 

@@ -74,7 +74,7 @@ const char* const kHelp =
     "With any of the options from --or on, --exclude counts as one more --exclude-value.\n"
     "\n"
     "Search:\n"
-    "  --in FILE                 the file to search (directories: not yet)\n"
+    "  --in FILE                 the one file to search\n"
     "  --from BYTE               forward: hits that start at BYTE or later (default 1);\n"
     "                            backward: hits that end before BYTE (default: the file's end)\n"
     "  --backward                search from the end toward the start\n"
