@@ -329,7 +329,7 @@ int searchDirectories(const CommandContext& ctx, const FindArgs& f) {
     FindFileTest test(f.criteria, record, todayDayNumber());
     const bool hasText = test.testsContent();
     ListRun run;
-    const std::vector<int> found = {col::FoundValue, col::FoundAt, col::FoundText};
+    const std::vector<int> found = foundColumnsFor(record.options);
     const std::string problem = prepareListRun(ctx, f.list, hasText, hasText ? found : std::vector<int>{}, run);
     if (run.sessionFailed) return 2;
     if (!problem.empty()) {

@@ -1,10 +1,19 @@
 #include "find/FindFileTest.h"
 
 #include "content/Tidy.h"
+#include "filelist/ColumnTypes.h"
 #include "find/FeedingFileBytes.h"
 #include "find/FileSearch.h"
 
 namespace tav {
+
+std::vector<int> foundColumnsFor(const FindOptions& options) {
+    std::vector<int> out;
+    if (options.showFoundValue) out.push_back(col::FoundValue);
+    if (options.showFoundAt) out.push_back(col::FoundAt);
+    if (options.showFoundText) out.push_back(col::FoundText);
+    return out;
+}
 
 std::string foundTextCell(std::string_view text, int64_t start, int64_t end) {
     return tidyCell(text, kFoundTextLength) + std::string(kTidyLineEnd) + "[Bytes " + std::to_string(start) +

@@ -9,6 +9,7 @@
 #include <functional>
 #include <mutex>
 #include <string>
+#include <vector>
 
 #include "filelist/FileTest.h"
 #include "find/FileFindRecord.h"
@@ -23,6 +24,10 @@ namespace tav {
 // cell keeps of it.
 inline constexpr int64_t kFoundTextContext = 100;
 inline constexpr size_t kFoundTextLength = 200;
+
+// The Found columns a directory search adds to its list, by the switches
+// of the find options: `Found Value`, `Fnd At Byte No`, `Found Text`.
+std::vector<int> foundColumnsFor(const FindOptions& options);
 
 // The Found Text cell: the text around the hit, tidied and cut, a line end,
 // and "[Bytes start to end]".

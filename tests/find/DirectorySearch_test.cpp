@@ -79,6 +79,15 @@ void setDate(const fs::path& p, int year, int month, int day) {
     ASSERT_EQ(::utimensat(AT_FDCWD, p.c_str(), times, 0), 0);
 }
 
+TEST(DirectorySearch, TheOptionsChooseTheFoundColumns) {
+    FindOptions o;
+    EXPECT_TRUE(foundColumnsFor(o).empty());
+    o.showFoundValue = o.showFoundText = true;
+    EXPECT_EQ(foundColumnsFor(o), (std::vector<int>{11, 13}));
+    o.showFoundAt = true;
+    EXPECT_EQ(foundColumnsFor(o), (std::vector<int>{11, 12, 13}));
+}
+
 TEST(DirectorySearch, FilesWithAHitGetRowsWithTheFoundColumnsInWalkOrder) {
     tavtest::TempDir root;
     root.write("a.txt", "one needle here");
