@@ -2,6 +2,7 @@
 
 #include "core/ListText.h"
 #include "dialogs/MessageShortcuts.h"
+#include "dialogs/MessageText.h"
 #include "settings/IniNumbers.h"
 
 namespace tav {

@@ -8,34 +8,6 @@
 
 namespace tav {
 
-std::string captionText(std::string_view caption) {
-    std::string out;
-    out.reserve(caption.size());
-    for (size_t i = 0; i < caption.size(); ++i) {
-        if (caption[i] == '&') {
-            if (i + 1 < caption.size() && caption[i + 1] == '&') {
-                out += '&';
-                ++i;
-            }
-            continue;
-        }
-        out += caption[i];
-    }
-    return out;
-}
-
-char accessKey(std::string_view caption) {
-    for (size_t i = 0; i + 1 < caption.size(); ++i) {
-        if (caption[i] != '&') continue;
-        if (caption[i + 1] == '&') {
-            ++i;
-            continue;
-        }
-        return static_cast<char>(std::toupper(static_cast<unsigned char>(caption[i + 1])));
-    }
-    return 0;
-}
-
 std::string upperCode(std::string_view code) {
     std::string out(code);
     for (char& c : out) c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));

@@ -42,10 +42,6 @@ struct FixedCode {
     bool keyFunction = false;  // a key function code of the second list
 };
 
-// A caption as shown: the access marks taken out, "&&" read as "&".
-std::string captionText(std::string_view caption);
-// The access key of a caption: the character behind a single "&", upper case; 0 if none.
-char accessKey(std::string_view caption);
 // The code of a text, upper case; "" stays "".
 std::string upperCode(std::string_view code);
 // "AZZ(4)" -> {"AZZ", 4}; nullopt for a code without an index.

@@ -5,6 +5,7 @@
 #include <set>
 
 #include "frame/MenuDispatch.h"
+#include "dialogs/MessageText.h"
 #include "frame/MenuTree.h"
 #include "support/ScriptedHost.h"
 
@@ -156,7 +157,7 @@ TEST(MenuCatalogue, AccessKeysDifferWithinAMenu) {
     for (const std::string& p : parents) {
         std::set<char> keys;
         for (const MenuItem* m : p.empty() ? tree.topMenus() : tree.children(p)) {
-            const char k = accessKey(m->caption);
+            const char k = acceleratorOf(m->caption);
             if (k && !keys.insert(k).second) clashes.insert(p + ":" + std::string(1, k) + " " + m->code);
         }
     }
