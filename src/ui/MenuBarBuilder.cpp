@@ -98,7 +98,10 @@ void MenuBarBuilder::refreshAction(QAction* action, const std::string& code) {
     const MenuItem* item = tree_.find(code);
     if (!item || !action) return;
     const MenuItemState state = dispatch_.stateOf(*item);
-    if (!item->separator) action->setText(text(item->caption));
+    if (!item->separator) {
+        const std::string key = keyText_ && !item->topLevel() ? keyText_(code) : std::string();
+        action->setText(text(key.empty() ? item->caption : item->caption + "\t" + key));
+    }
     action->setVisible(state.visible);
     if (item->separator) return;
     action->setEnabled(dispatch_.shownEnabled(*item) && !shutMenus_.count(code));

@@ -47,6 +47,10 @@ public:
     QAction* action(std::string_view code) const;
     QMenu* menu(std::string_view code) const;
 
+    // The key bound to a code, shown behind its caption after a tab (empty:
+    // none). Read at each refresh, so a change of keys shows at once.
+    void setKeyTextSource(std::function<std::string(const std::string& code)> source) { keyText_ = std::move(source); }
+
     // "Enable Menus": the menus shut inside a pump open again.
     void enableMenus();
     // Called when a menu was shut because events are off.
@@ -67,6 +71,7 @@ private:
     std::map<std::string, QPointer<QMenu>> menus_;
     std::set<std::string> shutMenus_;  // top menus shut inside a pump
     std::function<void()> shut_;
+    std::function<std::string(const std::string&)> keyText_;
 };
 
 }  // namespace tav::ui

@@ -59,6 +59,7 @@ private slots:
     void stateIsReadBeforeAMenuShows();
     void arrayItemsWithoutCaptionStayHidden();
     void menusShutInsideAPump();
+    void keysShowBehindCaptions();
 };
 
 void MenuBarBuilderTest::topMenusWithTheirCaptions() {
@@ -173,6 +174,21 @@ void MenuBarBuilderTest::menusShutInsideAPump() {
     b.window.off = false;
     b.builder.enableMenus();
     QVERIFY(b.builder.menu("E")->menuAction()->isEnabled());
+}
+
+void MenuBarBuilderTest::keysShowBehindCaptions() {
+    Bar b;
+    std::map<std::string, std::string> keys = {{"EE", "F5"}, {"F", "Alt+F"}};
+    b.builder.setKeyTextSource([&](const std::string& code) {
+        auto it = keys.find(code);
+        return it == keys.end() ? std::string() : it->second;
+    });
+    b.builder.refresh();
+    QCOMPARE(b.builder.action("EE")->text(), QString("Refres&h\tF5"));
+    QCOMPARE(b.builder.action("F")->text(), QString("&File"));  // a menu title shows no key
+    keys["EE"] = "Ctrl+R";
+    emit b.builder.menu("E")->aboutToShow();
+    QCOMPARE(b.builder.action("EE")->text(), QString("Refres&h\tCtrl+R"));
 }
 
 QTEST_MAIN(MenuBarBuilderTest)
