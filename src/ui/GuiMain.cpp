@@ -18,9 +18,9 @@ int runGui(int argc, char** argv, const std::string& dataDir) {
     if (!context.open(dataDir, argc > 0 ? argv[0] : "")) return 1;
     MainWindow window(context);
     context.host().setParent(&window);
+    if (!window.loadWindows()) return 1;
     window.show();
-    if (context.files().firstRun)
-        window.showTextFile(QDir(QString::fromStdString(context.dataDir())).filePath("welcome.txt"), "Welcome");
+    window.showStartTexts(context.files().firstRun);
     return app.exec();
 }
 

@@ -1,18 +1,25 @@
 #include "ui/MainWindow.h"
 
+#include <QApplication>
 #include <QCloseEvent>
+#include <QDir>
 #include <QGuiApplication>
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QMenuBar>
 #include <QScreen>
 #include <QStatusBar>
+#include <QTime>
 #include <QTimer>
 #include <algorithm>
 
 #include "core/ListText.h"
+#include "dialogs/MessageShortcuts.h"
 #include "settings/IniNumbers.h"
+#include "settings/IniStore.h"
 #include "ui/AppContext.h"
+#include "ui/FileListWindow.h"
+#include "ui/StatusPieces.h"
 #include "ui/TextSectionView.h"
 
 namespace tav::ui {
@@ -20,18 +27,37 @@ namespace tav::ui {
 namespace {
 // Places are stored in twips, 15 to a pixel at the usual 96 dots an inch.
 constexpr int kTwipsPerPixel = 15;
+
+double secondsSinceMidnight() { return QTime::currentTime().msecsSinceStartOfDay() / 1000.0; }
 }  // namespace
 
-MainWindow::MainWindow(AppContext& app, QWidget* parent) : QMainWindow(parent), app_(app), mdi_(new QMdiArea(this)) {
+MainWindow::MainWindow(AppContext& app, QWidget* parent)
+    : QMainWindow(parent), app_(app), store_(app.ini()), mdi_(new QMdiArea(this)), status_(new StatusPieces) {
     setObjectName("HTMLanalform");
     setWindowTitle("Tavelo");
     mdi_->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     mdi_->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     setCentralWidget(mdi_);
-    statusBar()->showMessage(QString::fromStdString("Data directory: " + app_.dataDir()));
+    statusBar()->addWidget(status_, 1);
+    statusBar()->setSizeGripEnabled(true);
+    connect(mdi_, &QMdiArea::subWindowActivated, this, [this] { updateStatus(); });
+    connect(status_, &StatusPieces::stopClicked, this, [this] {
+        if (FileListWindow* w = activeListWindow()) w->stop();
+    });
+    connect(status_, &StatusPieces::startClicked, this, [this] {
+        if (FileListWindow* w = activeListWindow()) w->refresh();
+    });
     buildMenus();
     restorePlace();
-    QTimer::singleShot(0, this, [this] { starting_ = false; });
+    FileListWindow::setMainClosing(false);
+}
+
+MainWindow::~MainWindow() {
+    // The children go after this body: nothing they signal may reach the
+    // half-destroyed window.
+    closing_ = true;
+    disconnect(mdi_, nullptr, this, nullptr);
+    for (FileListWindow* w : listWindows()) disconnect(w, nullptr, this, nullptr);
 }
 
 void MainWindow::buildMenus() {
@@ -39,9 +65,157 @@ void MainWindow::buildMenus() {
     QAction* exit = file->addAction("E&xit");
     exit->setShortcut(QKeySequence(Qt::ALT | Qt::Key_F4));
     connect(exit, &QAction::triggered, this, &QWidget::close);
+    QMenu* edit = menuBar()->addMenu("&Edit");
+    QAction* refresh = edit->addAction("&Refresh");
+    connect(refresh, &QAction::triggered, this, [this] {
+        if (FileListWindow* w = activeListWindow()) w->refresh();
+    });
     QMenu* window = menuBar()->addMenu("&Window");
+    connect(window->addAction("&New"), &QAction::triggered, this, [this] { newWindow(); });
+    window->addSeparator();
     connect(window->addAction("&Cascade"), &QAction::triggered, mdi_, &QMdiArea::cascadeSubWindows);
-    connect(window->addAction("&Tile"), &QAction::triggered, mdi_, &QMdiArea::tileSubWindows);
+    connect(window->addAction("Tile &Horizontal"), &QAction::triggered, mdi_, &QMdiArea::tileSubWindows);
+    connect(window->addAction("Tile &Vertical"), &QAction::triggered, mdi_, &QMdiArea::tileSubWindows);
+    connect(window->addAction("Fill Wi&dth"), &QAction::triggered, this, [this] { fillActive(true, false); });
+    connect(window->addAction("Fill H&eight"), &QAction::triggered, this, [this] { fillActive(false, true); });
+    connect(window->addAction("&Fill Screen"), &QAction::triggered, this, [this] { fillActive(true, true); });
+}
+
+QMdiSubWindow* MainWindow::addListWindow(FileListWindow* window) {
+    QMdiSubWindow* sub = mdi_->addSubWindow(window);
+    sub->setAttribute(Qt::WA_DeleteOnClose);
+    sub->setWindowTitle(window->caption());
+    connect(window, &FileListWindow::captionChanged, sub, &QMdiSubWindow::setWindowTitle);
+    connect(window, &FileListWindow::statusChanged, this, [this, window] {
+        if (window == activeListWindow()) updateStatus();
+    });
+    const QSize area = mdi_->viewport()->size();
+    sub->resize(std::max(area.width() * 3 / 4, 480), std::max(area.height() * 3 / 4, 320));
+    sub->show();
+    return sub;
+}
+
+FileListWindow* MainWindow::makeWindow(const std::string& section) {
+    auto* window = new FileListWindow(app_, store_);
+    if (!window->loadFrom(section)) {
+        delete window;
+        return nullptr;
+    }
+    addListWindow(window);
+    return window;
+}
+
+bool MainWindow::loadWindows() {
+    const std::string factory = app_.ini().qualify("param/sucurrwin.ini");
+    FileListWindow* first = nullptr;
+    const WindowLoadResult result = LoadFileListWindows(store_, factory, [&](const std::string& section, bool) {
+        FileListWindow* w = makeWindow(section);
+        if (w && !first) first = w;
+        return w != nullptr;
+    });
+    if (result.failed) {
+        closing_ = true;
+        FileListWindow::setMainClosing(true);
+        MBOk(app_.host(), windowLoadFailureMessage(QApplication::applicationName().toStdString()));
+        return false;
+    }
+    store_.removeLeftovers();
+    if (first) mdi_->setActiveSubWindow(qobject_cast<QMdiSubWindow*>(first->parentWidget()));
+    starting_ = false;
+    updateStatus();
+    return true;
+}
+
+void MainWindow::showStartTexts(bool firstRun) {
+    if (!app_.ini().mode(kMissingEmpty).getBool("Main", "Show Last Txt when start") && !firstRun) return;
+    FileListWindow* active = activeListWindow();
+    QList<FileListWindow*> order = listWindows();
+    if (active) {
+        order.removeAll(active);
+        order.append(active);
+    }
+    for (FileListWindow* w : order) {
+        if (!w->sectionShown("VT")) continue;
+        QString path;
+        if (firstRun && w == active)
+            path = QDir(QString::fromStdString(app_.dataDir())).filePath("welcome.txt");
+        else
+            path = QString::fromStdString(w->state().value("Last Txt PAFN"));
+        if (path.isEmpty()) continue;
+        if (!w->showText(path) && !(firstRun && w == active)) w->save("Last Txt PAFN", "");
+    }
+}
+
+QList<FileListWindow*> MainWindow::listWindows() const {
+    QList<FileListWindow*> out;
+    for (QMdiSubWindow* sub : mdi_->subWindowList(QMdiArea::CreationOrder))
+        if (auto* w = qobject_cast<FileListWindow*>(sub->widget())) out << w;
+    return out;
+}
+
+FileListWindow* MainWindow::activeListWindow() const {
+    QMdiSubWindow* sub = mdi_->activeSubWindow();
+    if (!sub) sub = mdi_->currentSubWindow();
+    return sub ? qobject_cast<FileListWindow*>(sub->widget()) : nullptr;
+}
+
+FileListWindow* MainWindow::newWindow() {
+    FileListWindow* active = activeListWindow();
+    std::string source = active ? active->section() : store_.lastUnloaded();
+    bool fromDefaults = false;
+    WindowState state = store_.makeNewWindow(source, secondsSinceMidnight(), &fromDefaults);
+    if (state.sections.empty()) {
+        MBOk(app_.host(), "Creation of new window not possible (or was cancelled). If the problem is repeated, restart " +
+                              QApplication::applicationName().toStdString());
+        return nullptr;
+    }
+    auto* window = new FileListWindow(app_, store_);
+    window->adopt(std::move(state));
+    QMdiSubWindow* sub = addListWindow(window);
+    mdi_->setActiveSubWindow(sub);
+    if (fromDefaults)
+        window->addResult("New Window created.");
+    else if (active)
+        window->addResult("Window created from " + active->caption());
+    else
+        window->addResult("Window created from last unloaded window");
+    if (app_.ini().mode(kMissingEmpty).getBool("Main", "New window read files")) window->refresh();
+    return window;
+}
+
+void MainWindow::fillActive(bool width, bool height) {
+    QMdiSubWindow* sub = mdi_->activeSubWindow();
+    if (!sub) return;
+    QRect g = sub->geometry();
+    const QRect area = mdi_->viewport()->rect();
+    if (width) {
+        g.setLeft(0);
+        g.setWidth(area.width());
+    }
+    if (height) {
+        g.setTop(0);
+        g.setHeight(area.height());
+    }
+    sub->setGeometry(g);
+}
+
+void MainWindow::updateStatus() {
+    FileListWindow* w = activeListWindow();
+    if (!w) {
+        status_->setLists({}, {}, {});
+        status_->setProgress({});
+        status_->setSelected({});
+        status_->setRunning(false);
+        return;
+    }
+    status_->setLists(w->results(), w->directories(), w->errors());
+    status_->setProgress(w->progressText());
+    status_->setSelected(w->selectedText());
+    status_->setRunning(w->refreshing());
+    const WindowState& s = w->state();
+    status_->setPiecesShown(s.flag("Status Bar_BUTTONS"), s.flag("Status Bar_DDSTATUS"), s.flag("Status Bar_SELCOUNT"),
+                            s.flag("Status Bar_PROGRESS"));
+    statusBar()->setVisible(s.flag("Status Bar_ONOFF"));
 }
 
 void MainWindow::restorePlace() {
@@ -85,15 +259,26 @@ void MainWindow::moveEvent(QMoveEvent* event) {
     if (!starting_ && !closing_ && isVisible()) savePlace();
 }
 
+void MainWindow::changeEvent(QEvent* event) {
+    QMainWindow::changeEvent(event);
+    if (event->type() == QEvent::WindowStateChange && !starting_ && !closing_)
+        app_.ini().putNumber("Main", "MDI WIN STATE", isMaximized() ? 2 : isMinimized() ? 1 : 0);
+}
+
 void MainWindow::closeEvent(QCloseEvent* event) {
+    if (!closing_) savePlace();
     closing_ = true;
-    savePlace();
+    // The windows closed with the main window keep their place on the list
+    // of current windows, so that they come back at the next start.
+    FileListWindow::setMainClosing(true);
+    mdi_->closeAllSubWindows();
     event->accept();
 }
 
 void MainWindow::showTextFile(const QString& path, const QString& title) {
     auto* view = new TextSectionView(app_.textCache(), app_.host());
     QMdiSubWindow* sub = mdi_->addSubWindow(view);
+    sub->setAttribute(Qt::WA_DeleteOnClose);
     sub->setWindowTitle(title);
     sub->resize(640, 420);
     sub->show();

@@ -1,35 +1,70 @@
 #pragma once
-// The main window: holds the File List windows in its MDI area, keeps its
-// place and state in "MDI WIN PosSize" and "MDI WIN STATE".
+// The main window: holds the File List windows in its MDI area and the
+// status bar that shows the active one; keeps its place and state in
+// "MDI WIN PosSize" and "MDI WIN STATE". Its start loads the windows of the
+// last run; its close keeps them on the list of current windows.
 #include <QMainWindow>
+#include <memory>
+#include <string>
+
+#include "frame/WindowStore.h"
 
 class QMdiArea;
+class QMdiSubWindow;
 
 namespace tav::ui {
 
 class AppContext;
+class FileListWindow;
+class StatusPieces;
 
 class MainWindow : public QMainWindow {
     Q_OBJECT
 public:
     explicit MainWindow(AppContext& app, QWidget* parent = nullptr);
+    ~MainWindow() override;
 
     QMdiArea* mdiArea() const { return mdi_; }
-    // Shows a text file in a window of its own (the welcome text of a first run).
+    WindowStore& windows() { return store_; }
+
+    // The start: the windows of the last run, or the factory window. False
+    // when none could be loaded (the failure message has been shown).
+    bool loadWindows();
+    // The texts of the windows that show a Text section, at start.
+    void showStartTexts(bool firstRun);
+
+    // Shows a text file in a window of its own.
     void showTextFile(const QString& path, const QString& title);
+
+    // The File List windows, in window order; the active one or none.
+    QList<FileListWindow*> listWindows() const;
+    FileListWindow* activeListWindow() const;
+
+    // `WW`: a new window from the active one, or from the last unloaded one.
+    FileListWindow* newWindow();
+    // `WD`, `WE`, `WF`: the active window fills the width, height or area.
+    void fillActive(bool width, bool height);
+
+    StatusPieces* statusPieces() const { return status_; }
 
 protected:
     void closeEvent(QCloseEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void moveEvent(QMoveEvent* event) override;
+    void changeEvent(QEvent* event) override;
 
 private:
     void restorePlace();
     void savePlace();
     void buildMenus();
+    QMdiSubWindow* addListWindow(FileListWindow* window);
+    FileListWindow* makeWindow(const std::string& section);
+    void updateStatus();
 
     AppContext& app_;
+    WindowStore store_;
     QMdiArea* mdi_;
+    StatusPieces* status_;
     bool starting_ = true;
     bool closing_ = false;
 };

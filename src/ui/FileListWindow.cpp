@@ -1,0 +1,273 @@
+#include "ui/FileListWindow.h"
+
+#include <QCloseEvent>
+#include <QFileInfo>
+#include <QKeyEvent>
+#include <QListWidget>
+#include <QSplitter>
+#include <QVBoxLayout>
+#include <algorithm>
+
+#include "core/ListText.h"
+#include "frame/RefreshSpec.h"
+#include "frame/WindowStore.h"
+#include "settings/IniStore.h"
+#include "ui/AppContext.h"
+#include "ui/DirectoryPane.h"
+#include "ui/ListSection.h"
+#include "ui/TextSectionView.h"
+
+namespace tav::ui {
+
+namespace {
+// Sizes are kept in twips, 15 to a pixel at the usual 96 dots an inch.
+constexpr int kTwipsPerPixel = 15;
+bool gMainClosing = false;
+
+int toPixels(int twips) { return std::max(0, twips / kTwipsPerPixel); }
+int toTwips(int pixels) { return pixels * kTwipsPerPixel; }
+
+QString fromStd(const std::string& s) { return QString::fromStdString(s); }
+}  // namespace
+
+void FileListWindow::setMainClosing(bool on) { gMainClosing = on; }
+
+FileListWindow::FileListWindow(AppContext& app, WindowStore& store, QWidget* parent)
+    : QWidget(parent), app_(app), store_(store) {
+    setObjectName("LHform");
+    setAttribute(Qt::WA_DeleteOnClose);
+    build();
+}
+
+FileListWindow::~FileListWindow() = default;
+
+void FileListWindow::build() {
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    outer_ = new QSplitter(Qt::Vertical, this);
+    outer_->setObjectName("fSepPic_TextDFLists");
+    outer_->setChildrenCollapsible(true);
+    layout->addWidget(outer_);
+
+    text_ = new TextSectionView(app_.textCache(), app_.host());
+    text_->setObjectName("fTextframe");
+    outer_->addWidget(text_);
+
+    lower_ = new QSplitter(Qt::Horizontal);
+    lower_->setObjectName("fSepPic_DirFiles");
+    outer_->addWidget(lower_);
+
+    left_ = new QSplitter(Qt::Vertical);
+    left_->setObjectName("fSepPic_TopListSelectDir");
+    lower_->addWidget(left_);
+    topList_ = new QListWidget;
+    topList_->setObjectName("fTopListframe");
+    left_->addWidget(topList_);
+    auto* tree = new DirectoryPane;
+    tree->setObjectName("fSelectDir");
+    tree_ = tree;
+    left_->addWidget(tree_);
+    connect(tree, &DirectoryPane::directoryChosen, this, [this](const QString& path) {
+        if (state_.flag("Multi Dirs")) return;
+        std::string dir = path.toStdString();
+        if (!dir.empty() && dir.back() != '/') dir += '/';
+        save("Last Dir", joinList({dir}));
+        emit captionChanged(caption());
+        if (state_.flag("Read Files")) refresh();
+    });
+
+    list_ = new ListSection(app_);
+    list_->setObjectName("fFileListframe");
+    lower_->addWidget(list_);
+    lower_->setStretchFactor(1, 1);
+    outer_->setStretchFactor(1, 1);
+
+    connect(list_, &ListSection::progress, this, [this](const QString& text) {
+        progress_ = text;
+        emit statusChanged();
+    });
+    connect(list_, &ListSection::fileError, this, [this](const QString& line) {
+        errors_ << line;
+        emit statusChanged();
+    });
+    connect(list_, &ListSection::finished, this, &FileListWindow::onRefreshFinished);
+    connect(list_, &ListSection::selectionCountsChanged, this, &FileListWindow::statusChanged);
+    connect(list_, &ListSection::statusLine, this, [this](const QString& line) { addResult(line); });
+    connect(list_, &ListSection::saveEntry, this,
+            [this](const QString& entry, const QString& value) { save(entry.toStdString(), value.toStdString()); });
+
+    for (QSplitter* s : {outer_, lower_, left_})
+        connect(s, &QSplitter::splitterMoved, this, [this] {
+            if (!applying_) saveSizes();
+        });
+}
+
+bool FileListWindow::loadFrom(const std::string& windowSection) {
+    WindowState loaded;
+    if (!store_.load(windowSection, loaded)) return false;
+    state_ = std::move(loaded);
+    applyState();
+    return true;
+}
+
+void FileListWindow::adopt(WindowState state) {
+    state_ = std::move(state);
+    applyState();
+}
+
+void FileListWindow::save(std::string_view entry, std::string value) { store_.put(state_, entry, std::move(value)); }
+
+void FileListWindow::applyState() {
+    applying_ = true;
+    text_->setVisible(state_.flag("Show Text on listhtm"));
+    tree_->setVisible(state_.flag("Show Tree on listhtm"));
+    topList_->setVisible(state_.flag("Show Top List on Listhtm"));
+    left_->setVisible(tree_->isVisibleTo(left_) || topList_->isVisibleTo(left_));
+    list_->applyWindow(state_);
+    applySizes();
+    applying_ = false;
+    const auto dirs = splitItems(state_.value("Last Dir"));
+    if (!dirs.empty() && !dirs.front().empty()) static_cast<DirectoryPane*>(tree_)->showDirectory(fromStd(expandHome(dirs.front())));
+    emit captionChanged(caption());
+}
+
+void FileListWindow::applySizes() {
+    const bool was = applying_;
+    applying_ = true;
+    const int h = std::max(outer_->height(), 1);
+    const int textH = std::min(toPixels(textFrameHeight()), h);
+    outer_->setSizes({textH, std::max(h - textH, 1)});
+    const int w = std::max(lower_->width(), 1);
+    const int dirW = std::min(toPixels(listDirWidth()), w);
+    lower_->setSizes({dirW, std::max(w - dirW, 1)});
+    const int lh = std::max(left_->height(), 1);
+    const int topH = std::min(toPixels(topListHeight()), lh);
+    left_->setSizes({topH, std::max(lh - topH, 1)});
+    applying_ = was;
+}
+
+void FileListWindow::saveSizes() {
+    const auto outer = outer_->sizes();
+    if (text_->isVisible() && outer.size() == 2) setTextFrameHeight(toTwips(outer[0]));
+    const auto lower = lower_->sizes();
+    if (left_->isVisible() && lower.size() == 2) setListDirWidth(toTwips(lower[0]));
+    const auto left = left_->sizes();
+    if (topList_->isVisible() && tree_->isVisible() && left.size() == 2) setTopListHeight(toTwips(left[0]));
+}
+
+int FileListWindow::textFrameHeight() const { return static_cast<int>(state_.number("Text Frame height", 2500)); }
+int FileListWindow::listDirWidth() const { return static_cast<int>(state_.number("List Dir Width", 3000)); }
+int FileListWindow::topListHeight() const { return static_cast<int>(state_.number("Top List height", 1800)); }
+
+void FileListWindow::setTextFrameHeight(int twips) {
+    if (twips == textFrameHeight() && state_.has("Text Frame height")) return;
+    save("Text Frame height", std::to_string(twips));
+    if (!applying_) applySizes();
+}
+void FileListWindow::setListDirWidth(int twips) {
+    if (twips == listDirWidth() && state_.has("List Dir Width")) return;
+    save("List Dir Width", std::to_string(twips));
+    if (!applying_) applySizes();
+}
+void FileListWindow::setTopListHeight(int twips) {
+    if (twips == topListHeight() && state_.has("Top List height")) return;
+    save("Top List height", std::to_string(twips));
+    if (!applying_) applySizes();
+}
+
+namespace {
+std::string_view sectionEntry(std::string_view key) {
+    if (key == "VT") return "Show Text on listhtm";
+    if (key == "VR") return "Show Tree on listhtm";
+    return "Show Top List on Listhtm";
+}
+}  // namespace
+
+bool FileListWindow::sectionShown(std::string_view key) const { return state_.flag(sectionEntry(key)); }
+
+void FileListWindow::setSectionShown(std::string_view key, bool on) {
+    save(sectionEntry(key), on ? "-1" : "0");
+    applyState();
+}
+
+QString FileListWindow::caption() const {
+    QString type = fromStd(state_.value("WTYPE"));
+    QString list = listText_;
+    if (list.isEmpty()) {
+        const auto dirs = splitItems(state_.value("Last Dir"));
+        QStringList parts;
+        for (const std::string& d : dirs) parts << fromStd(d);
+        list = parts.join(" | ");
+    }
+    QString text = list;
+    if (state_.flag("Sub Dirs")) text += " <+>";
+    return text.isEmpty() ? QStringLiteral("File List") : text;
+}
+
+void FileListWindow::refresh() {
+    RefreshSpec spec = makeRefreshSpec(state_, app_.ini());
+    errors_.clear();
+    for (const std::string& p : spec.problems) errors_ << fromStd(p);
+    directories_.clear();
+    for (const std::string& d : splitItems(spec.job.listSpec)) directories_ << fromStd(d);
+    progress_ = QStringLiteral("Reading ...");
+    emit statusChanged();
+    list_->refresh(std::move(spec), state_);
+}
+
+void FileListWindow::stop() { list_->stop(); }
+bool FileListWindow::refreshing() const { return list_->refreshing(); }
+
+void FileListWindow::onRefreshFinished(const ListTotals& totals) {
+    listText_ = fromStd(totals.caption);
+    QString line = QStringLiteral("%1 files listed").arg(totals.filesListed);
+    if (!totals.complete) line += QStringLiteral(" (incomplete)");
+    if (!totals.message.empty()) line += QStringLiteral(" -") + fromStd(totals.message);
+    progress_ = line;
+    addResult(line);
+    emit captionChanged(caption());
+}
+
+void FileListWindow::addResult(const QString& line) {
+    results_ << line;
+    while (results_.size() > 200) results_.removeFirst();
+    emit statusChanged();
+}
+
+QString FileListWindow::selectedText() const { return list_->selectedText(); }
+
+bool FileListWindow::showText(const QString& path) {
+    if (path.isEmpty() || !QFileInfo(path).isFile()) return false;
+    const ShowFileResult r = text_->showFile(path);
+    return r.shown;
+}
+
+void FileListWindow::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_F5 && event->modifiers() == Qt::NoModifier) {
+        refresh();
+        return;
+    }
+    if (event->key() == Qt::Key_Escape && refreshing()) {
+        stop();
+        return;
+    }
+    QWidget::keyPressEvent(event);
+}
+
+void FileListWindow::showEvent(QShowEvent* event) {
+    QWidget::showEvent(event);
+    applySizes();
+}
+
+void FileListWindow::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    applySizes();
+}
+
+void FileListWindow::closeEvent(QCloseEvent* event) {
+    list_->stop();
+    store_.windowClosed(section(), !gMainClosing);
+    event->accept();
+}
+
+}  // namespace tav::ui

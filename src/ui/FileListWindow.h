@@ -1,0 +1,116 @@
+#pragma once
+// A File List window: the Text section across the top, the left column
+// with the Top List over the directory tree, and the list grid. Its state
+// lives in its four INI sections and every change is written at once, so a
+// crash loses nothing but the change under way.
+#include <QStringList>
+#include <QWidget>
+#include <memory>
+#include <string>
+
+#include "frame/WindowState.h"
+#include "filelist/RowSink.h"
+
+class QSplitter;
+class QListWidget;
+class QLabel;
+
+namespace tav {
+class WindowStore;
+}
+
+namespace tav::ui {
+
+class AppContext;
+class TextSectionView;
+class ListSection;
+
+class FileListWindow : public QWidget {
+    Q_OBJECT
+public:
+    FileListWindow(AppContext& app, WindowStore& store, QWidget* parent = nullptr);
+    ~FileListWindow() override;
+
+    // An existing window from its section; false when the section is not usable.
+    bool loadFrom(const std::string& windowSection);
+    // A new window whose sections are written already.
+    void adopt(WindowState state);
+
+    WindowState& state() { return state_; }
+    const std::string& section() const { return state_.sections.window; }
+    WindowStore& store() { return store_; }
+
+    // Writes one entry of the window's sections now.
+    void save(std::string_view entry, std::string value);
+
+    // The window's title: the type's caption and the list text.
+    QString caption() const;
+
+    // The list.
+    void refresh();
+    void stop();
+    bool refreshing() const;
+    ListSection* list() const { return list_; }
+
+    // The Text section.
+    TextSectionView* textView() const { return text_; }
+    bool showText(const QString& path);
+
+    // Sections shown (`VT`, `VR`, `VL`), each saved as it changes.
+    void setSectionShown(std::string_view key, bool on);
+    bool sectionShown(std::string_view key) const;
+
+    // Sizes of the three sections in twips, as saved.
+    int textFrameHeight() const;
+    int listDirWidth() const;
+    int topListHeight() const;
+    void setTextFrameHeight(int twips);
+    void setListDirWidth(int twips);
+    void setTopListHeight(int twips);
+
+    // The status lists: results (`SL`), directories used, errors (`EL`).
+    const QStringList& results() const { return results_; }
+    const QStringList& errors() const { return errors_; }
+    const QStringList& directories() const { return directories_; }
+    void addResult(const QString& line);
+    QString progressText() const { return progress_; }
+    QString selectedText() const;
+
+    // True while the main window closes: the window keeps its place on the
+    // list of current windows.
+    static void setMainClosing(bool on);
+
+signals:
+    void statusChanged();
+    void captionChanged(const QString& caption);
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
+    void showEvent(QShowEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+
+private:
+    void build();
+    void applyState();
+    void applySizes();
+    void saveSizes();
+    void onRefreshFinished(const ListTotals& totals);
+
+    AppContext& app_;
+    WindowStore& store_;
+    WindowState state_;
+    QSplitter* outer_ = nullptr;  // Text section over the rest
+    QSplitter* lower_ = nullptr;  // left column beside the list
+    QSplitter* left_ = nullptr;   // Top List over the tree
+    TextSectionView* text_ = nullptr;
+    QListWidget* topList_ = nullptr;
+    QWidget* tree_ = nullptr;
+    ListSection* list_ = nullptr;
+    QStringList results_, errors_, directories_;
+    QString progress_;
+    QString listText_;
+    bool applying_ = false;  // sizes are being put in place, not moved by the user
+};
+
+}  // namespace tav::ui
