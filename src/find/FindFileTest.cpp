@@ -1,5 +1,6 @@
 #include "find/FindFileTest.h"
 
+#include "content/DisplayText.h"
 #include "content/Tidy.h"
 #include "filelist/ColumnTypes.h"
 #include "find/FeedingFileBytes.h"
@@ -15,8 +16,37 @@ std::vector<int> foundColumnsFor(const FindOptions& options) {
     return out;
 }
 
+namespace {
+
+bool isContinuation(unsigned char c) { return (c & 0xC0) == 0x80; }
+
+// The bytes of a UTF-8 character cut by the edge of a found text are left
+// out, so that they do not show as stray characters.
+void trimCutCharacters(std::string_view& text, int64_t& start, int64_t& end) {
+    size_t lead = 0;
+    while (lead < 3 && lead < text.size() && isContinuation(static_cast<unsigned char>(text[lead]))) ++lead;
+    text.remove_prefix(lead);
+    start += static_cast<int64_t>(lead);
+    // The last lead byte and the continuation bytes behind it.
+    size_t i = text.size(), tail = 0;
+    while (i > 0 && tail < 3 && isContinuation(static_cast<unsigned char>(text[i - 1]))) {
+        --i;
+        ++tail;
+    }
+    if (i == 0) return;
+    const auto c = static_cast<unsigned char>(text[i - 1]);
+    const size_t need = c >= 0xF0 && c < 0xF8 ? 3 : c >= 0xE0 ? 2 : c >= 0xC0 ? 1 : 0;
+    if (c >= 0xC0 && tail < need) {
+        text.remove_suffix(tail + 1);
+        end -= static_cast<int64_t>(tail + 1);
+    }
+}
+
+}  // namespace
+
 std::string foundTextCell(std::string_view text, int64_t start, int64_t end) {
-    return tidyCell(text, kFoundTextLength) + std::string(kTidyLineEnd) + "[Bytes " + std::to_string(start) +
+    trimCutCharacters(text, start, end);
+    return tidyCell(toDisplayText(text), kFoundTextLength) + std::string(kTidyLineEnd) + "[Bytes " + std::to_string(start) +
            " to " + std::to_string(end) + "]";
 }
 
@@ -65,7 +95,7 @@ FileVerdict FindFileTest::testContent(const std::string& path, std::int64_t size
     }
     verdict.keep = o.found;
     if (o.found) {
-        verdict.found.value = o.hit.value;
+        verdict.found.value = toDisplayText(o.hit.value);
         verdict.found.byteNumber = std::to_string(o.hit.byteNumber);
         verdict.found.text = foundTextCell(o.hit.text, o.hit.textStart, o.hit.textEnd);
     }

@@ -30,7 +30,9 @@ inline constexpr size_t kFoundTextLength = 200;
 std::vector<int> foundColumnsFor(const FindOptions& options);
 
 // The Found Text cell: the text around the hit, tidied and cut, a line end,
-// and "[Bytes start to end]".
+// and "[Bytes start to end]". Cells are display text: UTF-8, with bytes
+// that are not read as Windows-1252; a character cut by an edge of the text
+// is left out (and the range says so).
 std::string foundTextCell(std::string_view text, int64_t start, int64_t end);
 
 class FindFileTest : public FileTest {

@@ -79,6 +79,25 @@ void setDate(const fs::path& p, int year, int month, int day) {
     ASSERT_EQ(::utimensat(AT_FDCWD, p.c_str(), times, 0), 0);
 }
 
+TEST(DirectorySearch, TheFoundTextCellIsDisplayTextWithoutCutCharacters) {
+    const struct {
+        const char* name;
+        std::string text;
+        std::string cell;
+    } cases[] = {
+        {"plain", "a needle", "a needle\r\n[Bytes 10 to 17]"},
+        {"an e acute cut at the start", "\xA9t\xC3\xA9 needle", "t\xC3\xA9 needle\r\n[Bytes 11 to 20]"},
+        {"a euro sign cut at the end", "needle \xE2\x82", "needle \r\n[Bytes 10 to 16]"},
+        {"a byte of Windows-1252", "caf\xE9 needle", "caf\xC3\xA9 needle\r\n[Bytes 10 to 20]"},
+        {"line ends joined", "a\r\n\r\n\r\nneedle", "a\r\n\r\nneedle\r\n[Bytes 10 to 22]"},
+    };
+    for (const auto& c : cases) {
+        const int64_t end = 10 + static_cast<int64_t>(c.text.size()) - 1;
+        EXPECT_EQ(foundTextCell(c.text, 10, end), c.cell) << c.name;
+    }
+    EXPECT_EQ(foundTextCell(std::string(300, 'x'), 1, 300), std::string(200, 'x') + "\r\n[Bytes 1 to 300]");
+}
+
 TEST(DirectorySearch, TheOptionsChooseTheFoundColumns) {
     FindOptions o;
     EXPECT_TRUE(foundColumnsFor(o).empty());
