@@ -4,10 +4,15 @@
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QMouseEvent>
+#include <QTimer>
 
 #include "ui/DirectoryTreeModel.h"
 
 namespace tav::ui {
+
+namespace {
+constexpr int kKeepInViewMs = 3000;
+}  // namespace
 
 DirectoryTree::DirectoryTree(QWidget* parent) : QTreeView(parent), model_(new DirectoryTreeModel(this)) {
     setModel(model_);
@@ -19,8 +24,18 @@ DirectoryTree::DirectoryTree(QWidget* parent) : QTreeView(parent), model_(new Di
     setExpandsOnDoubleClick(false);
     model_->setMarkedTest([this](const QString& path) { return marked_.contains(dirText(path)); });
     model_->setPick([this](const QString& path, bool add) { pick(dirText(path), add); });
+    // The branches open and sort as they are read: keep the current
+    // directory in view meanwhile, until the user moves or a while has passed.
+    auto keepInView = [this] {
+        if (scrollPending_ && currentIndex().isValid()) scrollTo(currentIndex(), QAbstractItemView::PositionAtCenter);
+    };
+    connect(model_, &QFileSystemModel::directoryLoaded, this, keepInView);
+    connect(model_, &QAbstractItemModel::layoutChanged, this, keepInView);
+    connect(model_, &QAbstractItemModel::rowsInserted, this, keepInView);
     connect(selectionModel(), &QItemSelectionModel::currentChanged, this, [this](const QModelIndex& index) {
-        if (quiet_ || multi_ || !index.isValid()) return;
+        if (quiet_) return;
+        scrollPending_ = false;
+        if (multi_ || !index.isValid()) return;
         emit directoryChosen(pathOf(index));
     });
 }
@@ -65,7 +80,9 @@ void DirectoryTree::showDirectory(const QString& path) {
     if (!index.isValid()) return;
     quiet_ = true;
     setCurrentIndex(index);
-    scrollTo(index);
+    scrollTo(index, QAbstractItemView::PositionAtCenter);
+    scrollPending_ = true;
+    QTimer::singleShot(kKeepInViewMs, this, [this] { scrollPending_ = false; });
     quiet_ = false;
 }
 
@@ -116,6 +133,14 @@ void DirectoryTree::keyPressEvent(QKeyEvent* event) {
         }
     }
     QTreeView::keyPressEvent(event);
+}
+
+void DirectoryTree::showEvent(QShowEvent* event) {
+    QTreeView::showEvent(event);
+    // A directory made current while hidden is scrolled to once there is room.
+    QTimer::singleShot(0, this, [this] {
+        if (currentIndex().isValid()) scrollTo(currentIndex(), QAbstractItemView::PositionAtCenter);
+    });
 }
 
 void DirectoryTree::mouseDoubleClickEvent(QMouseEvent* event) {

@@ -55,6 +55,7 @@ signals:
 protected:
     void keyPressEvent(QKeyEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void showEvent(QShowEvent* event) override;
 
 private:
     QString pathOf(const QModelIndex& index) const;
@@ -63,6 +64,7 @@ private:
 
     DirectoryTreeModel* model_;
     QSet<QString> marked_;
+    bool scrollPending_ = false;  // the current directory is kept in view while the tree is read
     bool multi_ = false;
     bool quiet_ = false;
 };
