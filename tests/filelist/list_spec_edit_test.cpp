@@ -4,6 +4,7 @@
 
 #include "filelist/ListSpec.h"
 #include "filelist/ListSpecEdit.h"
+#include "filelist/MultiDirsToggle.h"
 
 using namespace tav;
 
@@ -192,6 +193,38 @@ TEST_F(DialogLines, RemoveSeveralAndNewListThenOkIsRefused) {
     EXPECT_EQ(lines.okPrompt(), "Select a directory or press Cancel to lose all changes here and return.");
     lines.reset("{}");
     EXPECT_EQ(lines.okPrompt(), selectprompt::kEmptyListOnOk);
+}
+
+}  // namespace
+
+namespace {
+
+TEST(ToggleMultiDirs, OnStopsTheTreeFromListingByItself) {
+    MultiDirsState s;
+    s.autoRefresh = true;
+    s.listSpec = "{/a/}";
+    const MultiDirsToggle t = ToggleMultiDirs(s, true, "/b/");
+    EXPECT_TRUE(t.state.multiDirs);
+    EXPECT_FALSE(t.state.listSelected);
+    EXPECT_FALSE(t.state.autoRefresh);
+    EXPECT_EQ(t.state.listSpec, "{/a/}");
+    EXPECT_FALSE(t.listSpecChanged);
+}
+
+TEST(ToggleMultiDirs, OffMakesTheTreesDirectoryTheListOnlyWhenTheTreeIsActive) {
+    MultiDirsState s;
+    s.multiDirs = true;
+    s.listSelected = false;
+    s.listSpec = "{/a/}|{/c/}";
+    MultiDirsToggle t = ToggleMultiDirs(s, false, "/b/");
+    EXPECT_FALSE(t.state.multiDirs);
+    EXPECT_TRUE(t.state.listSelected);
+    EXPECT_EQ(t.state.listSpec, "{/a/}|{/c/}");
+    EXPECT_FALSE(t.listSpecChanged);
+    t = ToggleMultiDirs(s, true, "/b/");
+    EXPECT_EQ(t.state.listSpec, "{/b/}");
+    EXPECT_TRUE(t.listSpecChanged);
+    EXPECT_EQ(ToggleMultiDirs(s, true, "").state.listSpec, "{/a/}|{/c/}");
 }
 
 }  // namespace
