@@ -68,7 +68,7 @@ std::vector<ListSearchRow> rowsToSearch(const RowTable& table, const ListSearchR
     const std::vector<Row>& rows = table.rows();
     for (size_t i = first; i < rows.size(); ++i) {
         const Row& r = rows[i];
-        if (r.isDirectory || r.path.empty()) continue;
+        if (r.isDirectory || r.path.empty() || r.hidden) continue;
         if (request.rowHidden && request.rowHidden(i)) continue;
         if (named && !names.passes(fileNameOf(r.path))) continue;
         out.push_back({i, r.path});

@@ -1,8 +1,8 @@
 #pragma once
 // Find Next File over the current list (search modes 1 and 2): the listed
 // files searched one at a time, in row order, from a position, until the
-// first accepted hit. The grid rows come as a RowTable; rows the grid hides
-// and directory rows are passed over, and in mode 2 so are rows whose name
+// first accepted hit. The grid rows come as a RowTable; hidden rows (height
+// 0) and directory rows are passed over, and in mode 2 so are rows whose name
 // does not match the window's name pattern. Each file also goes through the
 // name, size and date test of the file find record, on what the file system
 // says of it now. A file that cannot be read counts as not found.
@@ -40,7 +40,7 @@ struct ListSearchRequest {
     size_t currentRow = 0;          // the grid's row, 0 the first data row
     std::optional<size_t> lastShownRow;  // the row of the file last shown
     int64_t contextBytes = kFoundTextContextBytes;  // found text either side of the hit
-    std::function<bool(size_t row)> rowHidden;      // a row of height 0
+    std::function<bool(size_t row)> rowHidden;      // hidden beside the rows' own mark (optional)
     std::function<bool()> stopRequested;
     RejectedList* rejected = nullptr;  // hits rejected by the criteria, under their file
     static constexpr int64_t kFoundTextContextBytes = 100;

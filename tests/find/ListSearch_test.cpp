@@ -53,10 +53,15 @@ TEST(ListSearch, TheFirstRowIsTheCurrentOneUnlessItsFileWasShownLast) {
 TEST(ListSearch, HiddenRowsDirectoriesAndInModeTwoOtherNamesArePassedOver) {
     Listed l({{"a.txt", "x"}, {"sub/", ""}, {"b.htm", "x"}, {"c.txt", "x"}, {"d.TXT", "x"}});
     ListSearchRequest all = searchFor("x");
-    all.rowHidden = [](size_t row) { return row == 3; };
+    l.table.rows()[3].hidden = true;
     std::vector<size_t> rows;
     for (const ListSearchRow& r : rowsToSearch(l.table, all, 0)) rows.push_back(r.row);
     EXPECT_EQ(rows, (std::vector<size_t>{0, 2, 4}));
+    l.table.rows()[3].hidden = false;
+    all.rowHidden = [](size_t row) { return row == 4; };
+    rows.clear();
+    for (const ListSearchRow& r : rowsToSearch(l.table, all, 0)) rows.push_back(r.row);
+    EXPECT_EQ(rows, (std::vector<size_t>{0, 2, 3}));
 
     ListSearchRequest named = searchFor("x", FindSearchMode::CurrentListNamed);
     named.namePattern = "*.txt";
