@@ -4,6 +4,7 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QListWidget>
+#include <QMimeDatabase>
 #include <QPushButton>
 #include <QShortcut>
 #include <QVBoxLayout>
@@ -11,6 +12,7 @@
 #include <string>
 
 #include "dialogs/MessageShortcuts.h"
+#include "filelist/ShellFileTypes.h"
 #include "settings/IniStore.h"
 
 namespace tav::ui {
@@ -33,6 +35,22 @@ QCheckBox* check(const char* name, const QString& caption, bool on, QWidget* par
     return c;
 }
 
+// The kinds of file of the platform's MIME database with their name patterns.
+const std::vector<KnownFileType>& knownFileTypes() {
+    static const std::vector<KnownFileType> known = [] {
+        std::vector<KnownFileType> out;
+        for (const QMimeType& m : QMimeDatabase().allMimeTypes()) {
+            KnownFileType k;
+            for (const QString& p : m.globPatterns()) k.patterns.push_back(p.toStdString());
+            if (k.patterns.empty()) continue;
+            k.name = (m.comment().isEmpty() ? m.name() : m.comment()).toStdString();
+            out.push_back(std::move(k));
+        }
+        return out;
+    }();
+    return known;
+}
+
 }  // namespace
 
 FileTypesDialog::FileTypesDialog(const ListSelection& selection, MessageHost& host, IniStore& ini, QWidget* parent)
@@ -52,6 +70,14 @@ FileTypesDialog::FileTypesDialog(const ListSelection& selection, MessageHost& ho
     subdirs_ = check("fSubdirsCheck", "Include &Subdirs", selection.includeSubdirs, this);
     dirs_ = check("fDirsCheck", "Show Di&rectories", selection.showDirectories, this);
 
+    shell_ = new QListWidget(this);
+    shell_->setObjectName("fShellTypesLB");
+    shell_->setSelectionMode(QAbstractItemView::SingleSelection);
+    auto* shellLabel = new QLabel("File types known to the system:", this);
+    shellLabel->setBuddy(shell_);
+    separate_ = ini_.mode(kMissingEmpty).getBool(kSeperateFTListSection, kSeperateFTListEntry);
+    shellButton_ = button("fShellTypesButton", "", this);
+
     auto* okButton = button("fOK", "&OK", this);
     okButton->setDefault(true);
     auto* cancelButton = button("fCancel", "&Cancel", this);
@@ -63,7 +89,9 @@ FileTypesDialog::FileTypesDialog(const ListSelection& selection, MessageHost& ho
 
     auto* left = new QVBoxLayout;
     left->addWidget(caption);
-    left->addWidget(list_, 1);
+    left->addWidget(list_, 2);
+    left->addWidget(shellLabel);
+    left->addWidget(shell_, 1);
     auto* switches = new QHBoxLayout;
     switches->addWidget(hidden_);
     switches->addWidget(system_);
@@ -75,6 +103,8 @@ FileTypesDialog::FileTypesDialog(const ListSelection& selection, MessageHost& ho
     for (QPushButton* b : {okButton, cancelButton, applyButton}) right->addWidget(b);
     right->addSpacing(12);
     for (QPushButton* b : {newButton, editButton, removeButton, sequenceButton}) right->addWidget(b);
+    right->addSpacing(12);
+    right->addWidget(shellButton_);
     right->addStretch(1);
 
     auto* all = new QHBoxLayout(this);
@@ -92,12 +122,23 @@ FileTypesDialog::FileTypesDialog(const ListSelection& selection, MessageHost& ho
     connect(editButton, &QPushButton::clicked, this, &FileTypesDialog::editType);
     connect(removeButton, &QPushButton::clicked, this, &FileTypesDialog::removeType);
     connect(sequenceButton, &QPushButton::clicked, this, &FileTypesDialog::changeSequence);
-    connect(list_, &QListWidget::itemDoubleClicked, this, [this] {
-        if (store()) accept();
+    connect(shellButton_, &QPushButton::clicked, this, &FileTypesDialog::flipShellForm);
+    for (QListWidget* l : {list_, shell_}) {
+        connect(l, &QListWidget::itemDoubleClicked, this, [this] {
+            if (store()) accept();
+        });
+    }
+    // One type is chosen: a choice in one list clears the other.
+    connect(list_, &QListWidget::itemSelectionChanged, this, [this] {
+        if (!list_->selectedItems().isEmpty()) shell_->clearSelection();
+    });
+    connect(shell_, &QListWidget::itemSelectionChanged, this, [this] {
+        if (!shell_->selectedItems().isEmpty()) list_->clearSelection();
     });
 
+    showShellTypes();
     showTypes(types_.find(selection.defaultType));
-    resize(560, 360);
+    resize(620, 480);
 }
 
 void FileTypesDialog::showTypes(int select) {
@@ -121,10 +162,40 @@ void FileTypesDialog::selectType(int row) {
     list_->item(row)->setSelected(true);
 }
 
+int FileTypesDialog::currentShellType() const {
+    const QList<QListWidgetItem*> chosen = shell_->selectedItems();
+    return chosen.isEmpty() ? -1 : shell_->row(chosen.front());
+}
+
+void FileTypesDialog::selectShellType(int row) {
+    shell_->clearSelection();
+    if (row < 0 || row >= shell_->count()) return;
+    shell_->setCurrentRow(row);
+    shell_->item(row)->setSelected(true);
+}
+
+void FileTypesDialog::showShellTypes() {
+    shellTypes_ = shellFileTypes(knownFileTypes(), separate_);
+    shellButton_->setText(fromStd(shellTypesButtonCaption(separate_)));
+    shell_->clear();
+    for (std::size_t i = 0; i < shellTypes_.size(); ++i) shell_->addItem(fromStd(shellTypes_.displayLine(i)));
+}
+
+void FileTypesDialog::flipShellForm() {
+    separate_ = !separate_;
+    ini_.put(kSeperateFTListSection, kSeperateFTListEntry, separate_ ? "-1" : "0");
+    showShellTypes();
+}
+
+std::string FileTypesDialog::chosenTypes() const {
+    if (const int row = currentType(); row >= 0) return types_[static_cast<std::size_t>(row)].types;
+    if (const int row = currentShellType(); row >= 0) return shellTypes_[static_cast<std::size_t>(row)].types;
+    return {};
+}
+
 ListSelection FileTypesDialog::selection() const {
     ListSelection s = start_;
-    const int row = currentType();
-    if (row >= 0) s.defaultType = types_[static_cast<std::size_t>(row)].types;
+    if (const std::string chosen = chosenTypes(); !chosen.empty()) s.defaultType = chosen;
     s.showHidden = hidden_->isChecked();
     s.showSystem = system_->isChecked();
     s.includeSubdirs = subdirs_->isChecked();
@@ -138,8 +209,14 @@ bool FileTypesDialog::needType() {
     return false;
 }
 
+bool FileTypesDialog::needChosenType() {
+    if (!chosenTypes().empty()) return true;
+    MBOk(host_, kNoFileTypeChosen);
+    return false;
+}
+
 bool FileTypesDialog::store() {
-    if (!needType()) return false;
+    if (!needChosenType()) return false;
     if (typesChanged_) {
         writeFileTypes(ini_, types_);
         typesChanged_ = false;

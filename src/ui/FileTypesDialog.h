@@ -5,7 +5,9 @@
 // named types is written back to the INI store on Apply and OK.
 //
 // Apply (F5) and OK hand the choice over (applied); OK with no type
-// selected asks for one and the dialog stays.
+// selected asks for one and the dialog stays. Beside the named types stand
+// the types the platform knows, combined or separate by kind of file; a
+// type may be chosen from either list.
 #include <QDialog>
 #include <QString>
 
@@ -15,6 +17,7 @@
 
 class QCheckBox;
 class QListWidget;
+class QPushButton;
 
 namespace tav {
 class IniStore;
@@ -31,9 +34,13 @@ public:
     // switches as they stand.
     ListSelection selection() const;
     const FileTypeList& types() const { return types_; }
-    // The row of the chosen type; -1 when none.
+    // The row of the chosen named type; -1 when none.
     int currentType() const;
     void selectType(int row);
+    // The types the platform knows, in the form "Seperate FTList" asks for.
+    const FileTypeList& shellTypes() const { return shellTypes_; }
+    int currentShellType() const;
+    void selectShellType(int row);
     // The status line of the last Apply or OK.
     QString statusText() const { return status_; }
 
@@ -45,22 +52,32 @@ signals:
 
 private:
     void showTypes(int select);
-    // False (after the prompt) when no type is selected.
+    // False (after the prompt) when no named type is selected.
     bool needType();
+    // False (after the prompt) when no type is chosen in either list.
+    bool needChosenType();
     bool store();
     void newType();
     void editType();
     void removeType();
     void changeSequence();
+    void showShellTypes();
+    void flipShellForm();
+    // The type chosen in either list; empty when none.
+    std::string chosenTypes() const;
 
     MessageHost& host_;
     IniStore& ini_;
     ListSelection start_;
     FileTypeList types_;
+    FileTypeList shellTypes_;
+    bool separate_ = false;  // "Seperate FTList"
     bool typesChanged_ = false;
     QString status_;
 
     QListWidget* list_ = nullptr;
+    QListWidget* shell_ = nullptr;
+    QPushButton* shellButton_ = nullptr;
     QCheckBox* hidden_ = nullptr;
     QCheckBox* system_ = nullptr;
     QCheckBox* subdirs_ = nullptr;

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "filelist/FileTypeList.h"
+#include "filelist/ShellFileTypes.h"
 #include "settings/IniStore.h"
 #include "support/ScriptedHost.h"
 #include "support/TempDir.h"
@@ -121,6 +122,32 @@ TEST(AskFileType, CancelOrNoTypesChangeNothing) {
 TEST(FileTypeStatus, TellsTypeAndBothAttributes) {
     EXPECT_EQ(fileTypeStatus("*.htm", true, false), " - done. New Type: *.htm, show Hidden files, hide System files.");
     EXPECT_EQ(fileTypeStatus("*", false, true), " - done. New Type: *, hide Hidden files, show System files.");
+}
+
+}  // namespace
+
+namespace {
+
+const std::vector<KnownFileType> kKnown = {
+    {{"*.htm", "*.html"}, "HTML document"},
+    {{"*.txt", "*.text"}, "plain text"},
+    {{"*.HTML", "a|b"}, "XHTML page"},
+    {{"core"}, "Core dump"},
+    {{"x;y"}, "Unusable"},
+};
+
+TEST(ShellFileTypes, CombinedOneElementForEachKindByName) {
+    const FileTypeList list = shellFileTypes(kKnown, false);
+    EXPECT_EQ(list.text(), "{core;Core dump}|{*.htm|*.html;HTML document}|{*.txt|*.text;plain text}|{*.HTML;XHTML page}");
+}
+
+TEST(ShellFileTypes, SeparateOneElementForEachPatternByPattern) {
+    const FileTypeList list = shellFileTypes(kKnown, true);
+    // "*.HTML" is "*.html" again: the first type that holds it names it.
+    EXPECT_EQ(list.text(), "{*.htm;HTML document}|{*.html;HTML document}|{*.text;plain text}|{*.txt;plain text}|"
+                           "{core;Core dump}");
+    EXPECT_EQ(shellTypesButtonCaption(true), "Combine File Ty&pes");
+    EXPECT_EQ(shellTypesButtonCaption(false), "Seperate File Ty&pes");
 }
 
 }  // namespace

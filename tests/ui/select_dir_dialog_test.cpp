@@ -30,6 +30,7 @@ struct Fixture {
     Fixture() : ini(service, &host) {
         ini.setDataDir(dir.str());
         ini.setRoleFile(IniRole::Main, ini.qualify("Tavelo.ini"));
+        ini.setRoleFile(IniRole::Cols, ini.qualify("TavCols.ini"));
         ini.put("File Types", "Select File Type/start value", kTypes);
         ini.put("Main", "Width SelectDirForm", "9000");
         dir.write("tree/a/one.txt", "1");
@@ -67,6 +68,7 @@ private slots:
     void fileTypesOkWithNothingSelectedAsks();
     void fileTypesOkHandsOverTypeAndSwitches();
     void newFileTypeIsAskedAndStored();
+    void knownTypesFlipFormAndCanBeChosen();
     void treeInMultipleModePicksDirectories();
 };
 
@@ -290,6 +292,30 @@ void SelectDirDialogTest::newFileTypeIsAskedAndStored() {
     QCOMPARE(f.ini.get("File Types", "Select File Type/start value"), std::string(kTypes));
     click(&d, "fOK");
     QCOMPARE(f.ini.get("File Types", "Select File Type/start value"), std::string(kTypes) + "|{*.md;Markdown}");
+}
+
+void SelectDirDialogTest::knownTypesFlipFormAndCanBeChosen() {
+    Fixture f;
+    FileTypesDialog d(ListSelection{}, f.host, f.ini);
+    auto* flip = d.findChild<QPushButton*>("fShellTypesButton");
+    QVERIFY(flip);
+    QCOMPARE(flip->text(), QString("Seperate File Ty&pes"));
+    const std::size_t combined = d.shellTypes().size();
+    if (combined == 0) QSKIP("the platform knows no file types");
+    click(&d, "fShellTypesButton");
+    QCOMPARE(flip->text(), QString("Combine File Ty&pes"));
+    QCOMPARE(f.ini.get("Options", "Seperate FTList"), std::string("-1"));
+    QVERIFY(d.shellTypes().size() >= combined);
+
+    std::vector<ListSelection> handed;
+    connect(&d, &FileTypesDialog::applied, this, [&](const ListSelection& s) { handed.push_back(s); });
+    d.selectShellType(0);
+    QCOMPARE(d.currentType(), -1);  // one choice at a time
+    click(&d, "fApply");
+    QCOMPARE(handed.size(), std::size_t(1));
+    QCOMPARE(handed[0].defaultType, d.shellTypes()[0].types);
+    d.selectType(0);
+    QCOMPARE(d.currentShellType(), -1);
 }
 
 void SelectDirDialogTest::treeInMultipleModePicksDirectories() {
