@@ -9,8 +9,14 @@
 #include <algorithm>
 
 #include "core/ListText.h"
+#include "filelist/ColumnTypes.h"
 #include "frame/RefreshSpec.h"
 #include "frame/WindowStore.h"
+#include "frame/WindowTypes.h"
+#include "ui/FileTypesDialog.h"
+#include "ui/ListGridModel.h"
+#include "ui/ListGridView.h"
+#include "ui/SelectDirDialog.h"
 #include "settings/IniStore.h"
 #include "ui/AppContext.h"
 #include "ui/DirectoryPane.h"
@@ -226,6 +232,163 @@ void FileListWindow::onRefreshFinished(const ListTotals& totals) {
     progress_ = line;
     addResult(line);
     emit captionChanged(caption());
+}
+
+void FileListWindow::toggleKey(std::string_view key) {
+    const bool on = !state_.menu(key).checked;
+    store_.putKey(state_, std::string(key) + "1", on ? "-1" : "0");
+    if (key == "LM") {
+        // Several directories are picked in the tree by hand: a change of
+        // selection no longer refreshes by itself.
+        if (on) store_.putKey(state_, "OF1", "0");
+    }
+    applyState();
+}
+
+BarGeometry FileListWindow::barGeometry() const {
+    BarGeometry g;
+    g.innerWidth = toTwips(width());
+    g.innerHeight = toTwips(height());
+    g.dirFilesBarWidth = toTwips(lower_->handleWidth());
+    g.textBarHeight = toTwips(outer_->handleWidth());
+    g.topListBarHeight = toTwips(left_->handleWidth());
+    g.textFrameHeight = text_->isVisible() ? textFrameHeight() : 0;
+    return g;
+}
+
+int FileListWindow::barSize(Bar bar) const {
+    switch (bar) {
+        case Bar::TextLists: return textFrameHeight();
+        case Bar::DirFiles: return listDirWidth();
+        case Bar::TopListDirList: return topListHeight();
+    }
+    return 0;
+}
+
+void FileListWindow::setBarSize(Bar bar, int twips) {
+    twips = clampBar(bar, twips, barGeometry());
+    switch (bar) {
+        case Bar::TextLists: setTextFrameHeight(twips); break;
+        case Bar::DirFiles: setListDirWidth(twips); break;
+        case Bar::TopListDirList: setTopListHeight(twips); break;
+    }
+}
+
+void FileListWindow::toggleBar(Bar bar) {
+    const std::string entry = app_.ini().mode(kMissingEmpty).get("Main", toggleEntryOf(bar));
+    setBarSize(bar, ToggleBar(barSize(bar), entry, barTotal(bar, barGeometry())));
+}
+
+void FileListWindow::saveTogglePosition(Bar bar, int which) {
+    IniStore& ini = app_.ini();
+    const std::string entry = ini.mode(kMissingEmpty).get("Main", toggleEntryOf(bar));
+    const auto updated = SaveTogglePosition(entry, barSize(bar), barTotal(bar, barGeometry()), which);
+    if (updated) ini.put("Main", toggleEntryOf(bar), *updated);
+}
+
+void FileListWindow::moveBarByPercent(Bar bar, int direction) {
+    const int change = app_.ini().mode(kMissingEmpty).getInt("Main", "% change");
+    setBarSize(bar, percentBarMove(bar, barSize(bar), change, direction, barGeometry()));
+}
+
+void FileListWindow::changeWindowType() {
+    const WindowTypeChange change = ChangeWindowType(state_, store_, app_.host());
+    QString line;
+    for (const std::string& piece : change.status) line += fromStd(piece);
+    if (!line.isEmpty()) addResult(line);
+    applyState();
+}
+
+ListSelection FileListWindow::listSelection() const {
+    ListSelection s;
+    s.listSpec = state_.value("Last Dir");
+    s.defaultType = state_.value("Last FileType");
+    if (s.defaultType.empty()) s.defaultType = "*";
+    s.includeSubdirs = state_.flag("Sub Dirs");
+    s.multiDirs = state_.flag("Multi Dirs");
+    s.autoRefresh = state_.flag("Read Files");
+    s.showHidden = state_.flag("Include system");
+    s.showSystem = state_.flag("Include Hidden");
+    s.showDirectories = state_.flag("List Dirs");
+    return s;
+}
+
+void FileListWindow::applySelection(const ListSelection& s) {
+    auto flagText = [](bool on) { return std::string(on ? "-1" : "0"); };
+    save("Last Dir", s.listSpec);
+    save("Last FileType", s.defaultType);
+    save("Sub Dirs", flagText(s.includeSubdirs));
+    save("Multi Dirs", flagText(s.multiDirs));
+    save("Read Files", flagText(s.autoRefresh));
+    save("Include system", flagText(s.showHidden));
+    save("Include Hidden", flagText(s.showSystem));
+    save("List Dirs", flagText(s.showDirectories));
+    applyState();
+}
+
+void FileListWindow::selectDirectories() {
+    auto* dialog = new SelectDirDialog(listSelection(), app_.host(), app_.ini(), this);
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    connect(dialog, &SelectDirDialog::applied, this, [this](const ListSelection& s) {
+        if (s.newWindow) {
+            emit newWindowWanted(s);
+            return;
+        }
+        applySelection(s);
+        refresh();
+    });
+    dialog->open();
+}
+
+void FileListWindow::selectFileTypes() {
+    auto* dialog = new FileTypesDialog(listSelection(), app_.host(), app_.ini(), this);
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    connect(dialog, &FileTypesDialog::applied, this, [this, dialog](const ListSelection& s) {
+        applySelection(s);
+        if (!dialog->statusText().isEmpty()) addResult(dialog->statusText());
+        refresh();
+    });
+    dialog->open();
+}
+
+void FileListWindow::focusSection(std::string_view which) {
+    if (which == "VT") {
+        if (!sectionShown("VT")) setSectionShown("VT", true);
+        text_->setFocus();
+    } else if (which == "VR") {
+        if (!sectionShown("VR")) setSectionShown("VR", true);
+        tree_->setFocus();
+    } else {
+        list_->view()->setFocus();
+    }
+}
+
+void FileListWindow::sortBy(const std::vector<int>& colTypes) {
+    if (refreshing()) return;  // a list being made is sorted at its end
+    list_->sortBy(colTypes);
+}
+
+void FileListWindow::sortAgain() {
+    list_->applyWindow(state_);
+    sortBy(list_->sortOrder());
+}
+
+QString FileListWindow::sortDescription() const {
+    QStringList captions;
+    for (int t : list_->sortOrder()) captions << fromStd(std::string(colTypeCaption(t)));
+    return captions.join(' ');
+}
+
+void FileListWindow::fixColumns(int change) {
+    ListGridView* view = list_->view();
+    int count = view->fixedColumns();
+    if (change == 0)
+        count = std::max(0, view->currentIndex().column() + 1);
+    else
+        count = std::max(0, count + change);
+    count = std::min(count, std::max(0, list_->model()->columnCount() - 1));
+    view->setFixedColumns(count);
+    save("Fixed Cols", std::to_string(count));
 }
 
 void FileListWindow::addResult(const QString& line) {

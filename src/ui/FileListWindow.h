@@ -8,8 +8,10 @@
 #include <memory>
 #include <string>
 
-#include "frame/WindowState.h"
+#include "filelist/ListSelection.h"
 #include "filelist/RowSink.h"
+#include "frame/BarLayout.h"
+#include "frame/WindowState.h"
 
 class QSplitter;
 class QListWidget;
@@ -68,6 +70,36 @@ public:
     void setListDirWidth(int twips);
     void setTopListHeight(int twips);
 
+    // Flips the menu state of a window key (`LM`, `VS`, `wB` ...), saved at once.
+    void toggleKey(std::string_view key);
+
+    // The bars: sizes in twips, the toggle between two saved positions
+    // (`WTT`, `WTR`, `WTL`), saving a toggle position (1 or 2), keyed moves.
+    BarGeometry barGeometry() const;
+    int barSize(Bar bar) const;
+    void setBarSize(Bar bar, int twips);
+    void toggleBar(Bar bar);
+    void saveTogglePosition(Bar bar, int which);
+    void moveBarByPercent(Bar bar, int direction);
+
+    // `WG`: the Window Type.
+    void changeWindowType();
+
+    // What is listed: the selection as the dialogs edit it, and its change.
+    ListSelection listSelection() const;
+    void applySelection(const ListSelection& selection);
+    void selectDirectories();  // `LR`, `ID`
+    void selectFileTypes();    // `LB`, `IB`
+    void focusSection(std::string_view which);
+
+    // Sorts: by an order (kept as `Sort col Index`), again by the kept one.
+    void sortBy(const std::vector<int>& colTypes);
+    void sortAgain();
+    QString sortDescription() const;
+    // `LEC` (0): the columns up to the current one are fixed; `LEA` (1) one
+    // more, `LER` (-1) one fewer.
+    void fixColumns(int change);
+
     // The status lists: results (`SL`), directories used, errors (`EL`).
     const QStringList& results() const { return results_; }
     const QStringList& errors() const { return errors_; }
@@ -83,6 +115,8 @@ public:
 signals:
     void statusChanged();
     void captionChanged(const QString& caption);
+    // The directory dialog asked for its result in a new window.
+    void newWindowWanted(const tav::ListSelection& selection);
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;

@@ -97,6 +97,7 @@ void ListSection::applyWindow(const WindowState& w) {
     sortOrder_ = numbers(w.value("Sort col Index"));
     ascending_ = w.value("Sort Ascending").empty() || w.flag("Sort Ascending");
     caseSensitive_ = w.flag("Sort Case Sensitive");
+    noSort_ = w.menu("VN").checked;
     fixedCols_ = static_cast<int>(w.number("Fixed Cols", 0));
     if (model_->columnCount() > 0) applyColumns();
 }
@@ -139,7 +140,7 @@ bool ListSection::refreshing() const { return runner_->isRunning(); }
 
 void ListSection::onFinished(const ListTotals& totals, bool ranToEnd) {
     IniStore& ini = app_.ini();
-    if (!sortOrder_.empty() && model_->rowCount() > 1) {
+    if (!noSort_ && !sortOrder_.empty() && model_->rowCount() > 1) {
         SortOrder order;
         order.colTypes = sortOrder_;
         order.ascending = ascending_;

@@ -45,6 +45,7 @@ public:
 
     // `SortGrid`: sorts by the order, keeps it as `Sort col Index`.
     void sortBy(const std::vector<int>& colTypes);
+    const std::vector<int>& sortOrder() const { return sortOrder_; }
     // The BLUE selection.
     void markRows(const std::vector<int>& rows);
     qint64 selectedFiles() const;
@@ -78,6 +79,7 @@ private:
     std::vector<int> sortOrder_;    // `SO`
     bool ascending_ = true;
     bool caseSensitive_ = false;
+    bool noSort_ = false;  // `VN`: a refresh leaves the rows as listed
     int fixedCols_ = 0;
     bool applying_ = false;
 };

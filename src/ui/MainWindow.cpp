@@ -17,6 +17,7 @@
 #include "dialogs/MessageShortcuts.h"
 #include "settings/IniNumbers.h"
 #include "settings/IniStore.h"
+#include "ui/AppCommands.h"
 #include "ui/AppContext.h"
 #include "ui/FileListWindow.h"
 #include "ui/StatusPieces.h"
@@ -61,25 +62,34 @@ MainWindow::~MainWindow() {
 }
 
 void MainWindow::buildMenus() {
-    QMenu* file = menuBar()->addMenu("&File");
-    QAction* exit = file->addAction("E&xit");
-    exit->setShortcut(QKeySequence(Qt::ALT | Qt::Key_F4));
-    connect(exit, &QAction::triggered, this, &QWidget::close);
-    QMenu* edit = menuBar()->addMenu("&Edit");
-    QAction* refresh = edit->addAction("&Refresh");
-    connect(refresh, &QAction::triggered, this, [this] {
-        if (FileListWindow* w = activeListWindow()) w->refresh();
+    commands_ = new AppCommands(*this, app_);
+    commands_->install(menuBar());
+    connect(mdi_, &QMdiArea::subWindowActivated, this, [this] {
+        if (!closing_) commands_->windowsChanged();
     });
-    QMenu* window = menuBar()->addMenu("&Window");
-    connect(window->addAction("&New"), &QAction::triggered, this, [this] { newWindow(); });
-    window->addSeparator();
-    connect(window->addAction("&Cascade"), &QAction::triggered, mdi_, &QMdiArea::cascadeSubWindows);
-    connect(window->addAction("Tile &Horizontal"), &QAction::triggered, mdi_, &QMdiArea::tileSubWindows);
-    connect(window->addAction("Tile &Vertical"), &QAction::triggered, mdi_, &QMdiArea::tileSubWindows);
-    connect(window->addAction("Fill Wi&dth"), &QAction::triggered, this, [this] { fillActive(true, false); });
-    connect(window->addAction("Fill H&eight"), &QAction::triggered, this, [this] { fillActive(false, true); });
-    connect(window->addAction("&Fill Screen"), &QAction::triggered, this, [this] { fillActive(true, true); });
 }
+
+void MainWindow::tileWindows(bool horizontal) {
+    const QList<QMdiSubWindow*> subs = mdi_->subWindowList(QMdiArea::StackingOrder);
+    QList<QMdiSubWindow*> shown;
+    for (QMdiSubWindow* sub : subs)
+        if (!sub->isMinimized() && sub->isVisible()) shown << sub;
+    if (shown.isEmpty()) return;
+    const QRect area = mdi_->viewport()->rect();
+    const int n = static_cast<int>(shown.size());
+    for (int i = 0; i < n; ++i) {
+        shown[i]->showNormal();
+        if (horizontal) {
+            const int h = area.height() / n;
+            shown[i]->setGeometry(0, i * h, area.width(), i == n - 1 ? area.height() - i * h : h);
+        } else {
+            const int w = area.width() / n;
+            shown[i]->setGeometry(i * w, 0, i == n - 1 ? area.width() - i * w : w, area.height());
+        }
+    }
+}
+
+void MainWindow::showStatusList() { status_->showList(); }
 
 QMdiSubWindow* MainWindow::addListWindow(FileListWindow* window) {
     QMdiSubWindow* sub = mdi_->addSubWindow(window);
@@ -88,6 +98,15 @@ QMdiSubWindow* MainWindow::addListWindow(FileListWindow* window) {
     connect(window, &FileListWindow::captionChanged, sub, &QMdiSubWindow::setWindowTitle);
     connect(window, &FileListWindow::statusChanged, this, [this, window] {
         if (window == activeListWindow()) updateStatus();
+    });
+    connect(window, &FileListWindow::captionChanged, this, [this] {
+        if (!closing_ && commands_) commands_->windowsChanged();
+    });
+    connect(window, &FileListWindow::newWindowWanted, this, [this](const ListSelection& selection) {
+        if (FileListWindow* w = newWindow()) {
+            w->applySelection(selection);
+            w->refresh();
+        }
     });
     const QSize area = mdi_->viewport()->size();
     sub->resize(std::max(area.width() * 3 / 4, 480), std::max(area.height() * 3 / 4, 320));

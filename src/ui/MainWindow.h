@@ -17,6 +17,7 @@ namespace tav::ui {
 class AppContext;
 class FileListWindow;
 class StatusPieces;
+class AppCommands;
 
 class MainWindow : public QMainWindow {
     Q_OBJECT
@@ -45,7 +46,15 @@ public:
     // `WD`, `WE`, `WF`: the active window fills the width, height or area.
     void fillActive(bool width, bool height);
 
+    // `WH` windows one above the other, `WV` side by side.
+    void tileWindows(bool horizontal);
+    // The status bar shows the active window again.
+    void refreshStatus() { updateStatus(); }
+    // `WBR`: the status drop list opens.
+    void showStatusList();
+
     StatusPieces* statusPieces() const { return status_; }
+    AppCommands* commands() const { return commands_; }
 
 protected:
     void closeEvent(QCloseEvent* event) override;
@@ -65,6 +74,7 @@ private:
     WindowStore store_;
     QMdiArea* mdi_;
     StatusPieces* status_;
+    AppCommands* commands_ = nullptr;
     bool starting_ = true;
     bool closing_ = false;
 };

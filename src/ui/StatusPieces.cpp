@@ -76,6 +76,8 @@ void StatusPieces::setPiecesShown(bool buttons, bool status, bool selected, bool
     progress_->setVisible(progress);
 }
 
+void StatusPieces::showList() { statCmb_->showPopup(); }
+
 QString StatusPieces::statusLine() const { return statCmb_->currentText(); }
 QString StatusPieces::progressText() const { return progress_->text(); }
 

@@ -27,6 +27,8 @@ public:
     // The pieces shown, from the window's `wB` ... `wU` states.
     void setPiecesShown(bool buttons, bool status, bool selected, bool progress);
 
+    // Opens the drop list.
+    void showList();
     QString statusLine() const;
     QString progressText() const;
     QPushButton* stopButton() const { return stop_; }
