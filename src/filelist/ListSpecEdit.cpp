@@ -105,6 +105,30 @@ ListSpecChange RemoveFromListSpec(std::string& spec, std::string_view entry) {
     return result;
 }
 
+std::vector<std::string> listSpecDirectories(std::string_view spec) {
+    std::vector<std::string> out;
+    for (const std::string& entry : listSpecEntries(spec)) {
+        if (isFileSpecification(entry)) continue;
+        std::string path = splitListLine(entry).path;
+        const bool known = std::any_of(out.begin(), out.end(), [&](const std::string& d) { return sameFolded(d, path); });
+        if (!known) out.push_back(std::move(path));
+    }
+    return out;
+}
+
+ListSpecChange RemoveDirectoryFromListSpec(std::string& spec, std::string_view directory) {
+    ListSpecChange result;
+    const std::string_view dir = rightTrimmed(directory);
+    for (const std::string& entry : listSpecEntries(spec)) {
+        if (isFileSpecification(entry) || !sameFolded(splitListLine(entry).path, dir)) continue;
+        ListSpecChange one = RemoveFromListSpec(spec, entry);
+        if (!one.changed) continue;
+        result.changed = true;
+        result.status = std::move(one.status);
+    }
+    return result;
+}
+
 ListLine splitListLine(std::string_view line) {
     ListLine l;
     const std::size_t at = line.find(" <");

@@ -56,6 +56,12 @@ ListSpecChange AddToListSpec(std::string& spec, std::string_view entry);
 // Removes the entry (case ignored); refused quietly when it is not held.
 ListSpecChange RemoveFromListSpec(std::string& spec, std::string_view entry);
 
+// The tree in `Multi Dirs` mode: the directories the spec lists (the paths
+// of its directory entries, marked or not, each once, case ignored), and the
+// removal of every directory entry of one directory.
+std::vector<std::string> listSpecDirectories(std::string_view spec);
+ListSpecChange RemoveDirectoryFromListSpec(std::string& spec, std::string_view directory);
+
 // One line of the dialog, split at its first " <".
 struct ListLine {
     std::string path;     // before the " <", right-trimmed

@@ -375,6 +375,7 @@ void SelectDirDialog::enterFileType() {
     types.exec();
     loadTypes();
     tree_->setShowHidden(extra_.showHidden);
+    fileModel_->setFilter(QDir::Files | (extra_.showHidden ? QDir::Hidden : QDir::Filters()));
 }
 
 void SelectDirDialog::apply() {

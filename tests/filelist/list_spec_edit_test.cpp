@@ -228,3 +228,17 @@ TEST(ToggleMultiDirs, OffMakesTheTreesDirectoryTheListOnlyWhenTheTreeIsActive) {
 }
 
 }  // namespace
+
+namespace {
+
+TEST(MultiDirsTree, DirectoriesOfTheListAndTheirRemoval) {
+    std::string spec = "{/a/}|{/a/ <*.htm+>}|{/A/ <*.txt->}|{/a/x.txt}|{/b/*.log}|{/c/ <+>}";
+    EXPECT_EQ(listSpecDirectories(spec), (std::vector<std::string>{"/a/", "/c/"}));
+    const ListSpecChange c = RemoveDirectoryFromListSpec(spec, "/a/");
+    EXPECT_TRUE(c.changed);
+    EXPECT_EQ(spec, "{/a/x.txt}|{/b/*.log}|{/c/ <+>}");  // named files stay
+    EXPECT_FALSE(RemoveDirectoryFromListSpec(spec, "/b/").changed);
+    EXPECT_TRUE(listSpecDirectories("{}").empty());
+}
+
+}  // namespace
