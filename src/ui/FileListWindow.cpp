@@ -197,17 +197,14 @@ void FileListWindow::setSectionShown(std::string_view key, bool on) {
 }
 
 QString FileListWindow::caption() const {
-    QString type = fromStd(state_.value("WTYPE"));
     QString list = listText_;
     if (list.isEmpty()) {
-        const auto dirs = splitItems(state_.value("Last Dir"));
         QStringList parts;
-        for (const std::string& d : dirs) parts << fromStd(d);
+        for (const std::string& d : splitItems(state_.value("Last Dir"))) parts << fromStd(d);
         list = parts.join(" | ");
     }
-    QString text = list;
-    if (state_.flag("Sub Dirs")) text += " <+>";
-    return text.isEmpty() ? QStringLiteral("File List") : text;
+    const QString text = fromStd(WindowCaption(state_, app_.ini(), list.toStdString()));
+    return text.trimmed().isEmpty() ? QStringLiteral("File List") : text;
 }
 
 void FileListWindow::refresh() {

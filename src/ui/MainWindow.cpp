@@ -278,6 +278,23 @@ void MainWindow::moveEvent(QMoveEvent* event) {
     if (!starting_ && !closing_ && isVisible()) savePlace();
 }
 
+void MainWindow::showEvent(QShowEvent* event) {
+    QMainWindow::showEvent(event);
+    if (arranged_) return;
+    arranged_ = true;
+    // The windows of the start are placed once the area has its size: one
+    // fills it, several are cascaded.
+    QTimer::singleShot(0, this, [this] {
+        const auto subs = mdi_->subWindowList();
+        QMdiSubWindow* active = mdi_->activeSubWindow();
+        if (subs.size() == 1)
+            subs.front()->setGeometry(mdi_->viewport()->rect());
+        else if (subs.size() > 1)
+            mdi_->cascadeSubWindows();
+        if (active) mdi_->setActiveSubWindow(active);
+    });
+}
+
 void MainWindow::changeEvent(QEvent* event) {
     QMainWindow::changeEvent(event);
     if (event->type() == QEvent::WindowStateChange && !starting_ && !closing_)

@@ -61,6 +61,7 @@ protected:
     void resizeEvent(QResizeEvent* event) override;
     void moveEvent(QMoveEvent* event) override;
     void changeEvent(QEvent* event) override;
+    void showEvent(QShowEvent* event) override;
 
 private:
     void restorePlace();
@@ -77,6 +78,7 @@ private:
     AppCommands* commands_ = nullptr;
     bool starting_ = true;
     bool closing_ = false;
+    bool arranged_ = false;  // the windows of the start have been placed
 };
 
 }  // namespace tav::ui
