@@ -5,6 +5,7 @@
 #include <QDir>
 #include <QFileSystemModel>
 #include <QHBoxLayout>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListView>
@@ -32,6 +33,8 @@ constexpr int kNarrowest = 480;
 QString fromStd(std::string_view s) { return QString::fromUtf8(s.data(), static_cast<qsizetype>(s.size())); }
 std::string toStd(const QString& s) { return s.toStdString(); }
 
+// No button is the default: Enter presses the focused button only (see
+// keyPressEvent), so a type ended with Enter neither adds nor closes.
 QPushButton* button(const char* name, const QString& caption, QWidget* parent) {
     auto* b = new QPushButton(caption, parent);
     b->setObjectName(name);
@@ -146,7 +149,6 @@ void SelectDirDialog::build() {
     statusLabel_->setObjectName("fStatus");
     statusLabel_->setWordWrap(true);
     auto* okButton = button("fOK", "&OK", this);
-    okButton->setDefault(true);
     auto* cancelButton = button("fCancel", "&Cancel", this);
     auto* applyButton = button("fApply", "Appl&y (F5)", this);
 
@@ -230,6 +232,15 @@ void SelectDirDialog::restoreWidth() {
 }
 
 void SelectDirDialog::saveWidth() { ini_.putNumber("Main", "Width SelectDirForm", width() * kTwipsPerPixel); }
+
+void SelectDirDialog::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
+        if (auto* b = qobject_cast<QPushButton*>(focusWidget()); b && b->isEnabled()) b->click();
+        event->accept();
+        return;
+    }
+    QDialog::keyPressEvent(event);
+}
 
 void SelectDirDialog::done(int result) {
     saveWidth();

@@ -68,6 +68,7 @@ signals:
 
 protected:
     void done(int result) override;
+    void keyPressEvent(QKeyEvent* event) override;
 
 private:
     void build();

@@ -64,6 +64,7 @@ private slots:
     void removeThenOkWithAnEmptyListIsRefused();
     void applyHandsOverTheListAndOkCloses();
     void cancelKeepsTheLastApplied();
+    void keysAddAndRemoveAndEnterInATypeBoxStays();
     void widthIsKeptInMain();
     void fileTypesOkWithNothingSelectedAsks();
     void fileTypesOkHandsOverTypeAndSwitches();
@@ -222,6 +223,38 @@ void SelectDirDialogTest::cancelKeepsTheLastApplied() {
     click(&d, "fCancel");
     QCOMPARE(d.result(), int(QDialog::Rejected));
     QCOMPARE(d.lastApplied().listSpec, start.listSpec);
+}
+
+void SelectDirDialogTest::keysAddAndRemoveAndEnterInATypeBoxStays() {
+    Fixture f;
+    SelectDirDialog d(ListSelection{}, f.host, f.ini);
+    d.show();
+    d.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&d));
+    d.chooseDirectory(f.path("tree/a"));
+    d.tree()->setFocus();
+    QTest::keyClick(d.tree(), Qt::Key_Return);
+    QCOMPARE(d.lines().spec(), "{" + f.text("tree/a") + "}");
+
+    auto* type = d.findChild<QComboBox*>("fSetFTCombo");
+    type->setFocus();
+    QTest::keyClicks(type, "*.md");
+    QTest::keyClick(type, Qt::Key_Return);
+    QVERIFY(d.isVisible());
+    QCOMPARE(type->currentText(), QString("*.md"));
+
+    auto* list = d.findChild<QListWidget*>("fDirsLB");
+    list->setFocus();
+    d.selectLines({0});
+    QTest::keyClick(list, Qt::Key_Delete);
+    QVERIFY(d.lines().empty());
+    QVERIFY(f.host.asked().empty());
+
+    // Enter on a button presses it.
+    auto* addDir = d.findChild<QPushButton*>("fAddDir");
+    addDir->setFocus();
+    QTest::keyClick(addDir, Qt::Key_Return);
+    QCOMPARE(d.lines().lines().size(), std::size_t(1));
 }
 
 void SelectDirDialogTest::widthIsKeptInMain() {
