@@ -6,6 +6,7 @@
 #include <QComboBox>
 #include <QDir>
 #include <QFileSystemModel>
+#include <QListView>
 #include <QListWidget>
 #include <QPushButton>
 
@@ -60,6 +61,7 @@ private slots:
     void controlsCarryTheirCaptions();
     void addingADirectoryTwiceGivesThePrompt();
     void addWithNothingChosenOrNoTypeAsks();
+    void selectedFilesAreAddedAsNamedFiles();
     void setTypeAndSubdirsChangeTheSelectedDirectories();
     void removeThenOkWithAnEmptyListIsRefused();
     void applyHandsOverTheListAndOkCloses();
@@ -137,6 +139,27 @@ void SelectDirDialogTest::addWithNothingChosenOrNoTypeAsks() {
         std::string(selectprompt::kNoFilesToAdd), std::string(selectprompt::kNoTypeChosen)};
     QCOMPARE(f.host.messages(), expected);
     QVERIFY(d.lines().lines().empty());
+}
+
+void SelectDirDialogTest::selectedFilesAreAddedAsNamedFiles() {
+    Fixture f;
+    f.dir.write("tree/a/two.txt", "2");
+    SelectDirDialog d(ListSelection{}, f.host, f.ini);
+    d.show();
+    d.chooseDirectory(f.path("tree/a"));
+    auto* files = d.findChild<QListView*>("fSelectFile");
+    QVERIFY(files);
+    QTRY_COMPARE(files->model()->rowCount(files->rootIndex()), 2);  // read in the background
+    files->selectAll();
+    click(&d, "fAddFile");
+    const std::string a = f.text("tree/a");
+    QCOMPARE(d.lines().spec(), "{" + a + "one.txt}|{" + a + "two.txt}");
+    QVERIFY(f.host.asked().empty());
+    // Named files are no directories to set.
+    d.selectLines({0, 1});
+    d.findChild<QComboBox*>("fSetFTCombo")->setEditText("*.htm");
+    click(&d, "fChangeType");
+    QCOMPARE(f.host.messages(), std::vector<std::string>{selectprompt::nothingToChange()});
 }
 
 void SelectDirDialogTest::setTypeAndSubdirsChangeTheSelectedDirectories() {
