@@ -234,7 +234,7 @@ LineEdit ListSpecLines::remove(const std::vector<int>& rows) {
             continue;
         }
         edit.changed = true;
-        if (lines_[i] == kDuplicateRemoved) continue;  // no part of the spec
+        if (lines_[i] == kDuplicateRemoved) continue;  // no part of the list spec
         std::string spec = spec_;
         ListSpecChange change = RemoveFromListSpec(spec, lines_[i]);
         if (!change.changed) {

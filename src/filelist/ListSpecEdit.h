@@ -40,7 +40,7 @@ std::vector<std::string> listSpecEntries(std::string_view spec);
 // Each entry in "{ }", joined with "|"; no entries give "".
 std::string listSpecText(const std::vector<std::string>& entries);
 bool listSpecEmpty(std::string_view spec);
-// True if the spec holds the entry, case ignored (the entry right-trimmed).
+// True if the list spec holds the entry, case ignored (the entry right-trimmed).
 bool listSpecHolds(std::string_view spec, std::string_view entry);
 
 struct ListSpecChange {
@@ -56,7 +56,7 @@ ListSpecChange AddToListSpec(std::string& spec, std::string_view entry);
 // Removes the entry (case ignored); refused quietly when it is not held.
 ListSpecChange RemoveFromListSpec(std::string& spec, std::string_view entry);
 
-// The tree in `Multi Dirs` mode: the directories the spec lists (the paths
+// The tree in `Multi Dirs` mode: the directories the list spec lists (the paths
 // of its directory entries, marked or not, each once, case ignored), and the
 // removal of every directory entry of one directory.
 std::vector<std::string> listSpecDirectories(std::string_view spec);
@@ -93,8 +93,8 @@ struct LineEdit {
 };
 
 // The lines of the dialog over its copy of the list spec. Lines replaced by
-// "- duplicate removed." stay on show but are no part of the spec; they go
-// when the lines are next built from the spec (after an add, remove or clear).
+// "- duplicate removed." stay on show but are no part of the list spec; they go
+// when the lines are next built from the list spec (after an add, remove or clear).
 class ListSpecLines {
 public:
     explicit ListSpecLines(std::string_view spec = {});

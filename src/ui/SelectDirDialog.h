@@ -5,7 +5,7 @@
 // and the dialog stays; OK does the same and closes, but not with an empty
 // list; Cancel drops what changed since the last Apply.
 //
-// Controls carry their classic names as object names (fSelectDir,
+// Controls carry their control names as object names (fSelectDir,
 // fAddDir, fDirsLB, fOK ...). Prompts go through the window's message host.
 // The width of the dialog is kept under "Width SelectDirForm" in "Main"
 // (twips); the named file types are read from and written to the INI store.
