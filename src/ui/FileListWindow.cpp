@@ -4,6 +4,8 @@
 #include <QFileInfo>
 #include <QKeyEvent>
 #include <QListWidget>
+#include <QMdiArea>
+#include <QMdiSubWindow>
 #include <QSplitter>
 #include <QVBoxLayout>
 #include <algorithm>
@@ -19,6 +21,7 @@
 #include "ui/SelectDirDialog.h"
 #include "settings/IniStore.h"
 #include "ui/AppContext.h"
+#include "ui/BusTimer.h"
 #include "ui/DirectoryPane.h"
 #include "ui/ListSection.h"
 #include "ui/TextSectionView.h"
@@ -42,6 +45,12 @@ FileListWindow::FileListWindow(AppContext& app, WindowStore& store, QWidget* par
     : QWidget(parent), app_(app), store_(store) {
     setObjectName("LHform");
     setAttribute(Qt::WA_DeleteOnClose);
+    bus_ = new BusTimer([this](const BusCommand& c) { runBusCommand(c.caption, c.tag); }, this,
+                        [this](const ActionBus& bus) {
+                            auto* sub = qobject_cast<QMdiSubWindow*>(parentWidget());
+                            const bool active = sub && sub->mdiArea() && sub->mdiArea()->activeSubWindow() == sub;
+                            return fileListMayServe(bus, active);
+                        });
     build();
 }
 
@@ -299,8 +308,8 @@ void FileListWindow::changeWindowType() {
 ListSelection FileListWindow::listSelection() const {
     ListSelection s;
     s.listSpec = state_.value("Last Dir");
-    s.defaultType = state_.value("Last FileType");
-    if (s.defaultType.empty()) s.defaultType = "*";
+    std::string type = state_.value("Last FileType");
+    s.defaultType = type.empty() ? std::string(1, '*') : std::move(type);
     s.includeSubdirs = state_.flag("Sub Dirs");
     s.multiDirs = state_.flag("Multi Dirs");
     s.autoRefresh = state_.flag("Read Files");
@@ -361,13 +370,21 @@ void FileListWindow::focusSection(std::string_view which) {
 }
 
 void FileListWindow::sortBy(const std::vector<int>& colTypes) {
-    if (refreshing()) return;  // a list being made is sorted at its end
-    list_->sortBy(colTypes);
+    std::vector<std::string> parts;
+    for (int t : colTypes) parts.push_back(std::to_string(t));
+    save("Sort col Index", joinList(parts));
+    bus_->queue("Dosort", kBusUniqueFront);
 }
 
-void FileListWindow::sortAgain() {
-    list_->applyWindow(state_);
-    sortBy(list_->sortOrder());
+void FileListWindow::sortAgain() { bus_->queue("Dosort", kBusUniqueFront); }
+
+void FileListWindow::runBusCommand(const std::string& caption, const std::string&) {
+    if (caption == "Dosort") {
+        // A list being made is sorted at its end.
+        if (refreshing()) return;
+        list_->applyWindow(state_);
+        list_->sortBy(list_->sortOrder());
+    }
 }
 
 QString FileListWindow::sortDescription() const {

@@ -25,6 +25,7 @@ namespace tav::ui {
 
 class AppContext;
 class TextSectionView;
+class BusTimer;
 class ListSection;
 
 class FileListWindow : public QWidget {
@@ -53,6 +54,8 @@ public:
     void stop();
     bool refreshing() const;
     ListSection* list() const { return list_; }
+    // The window's deferred action bus ("Dosort" ...).
+    BusTimer* bus() const { return bus_; }
 
     // The Text section.
     TextSectionView* textView() const { return text_; }
@@ -130,6 +133,7 @@ private:
     void applySizes();
     void saveSizes();
     void onRefreshFinished(const ListTotals& totals);
+    void runBusCommand(const std::string& caption, const std::string& tag);
 
     AppContext& app_;
     WindowStore& store_;
@@ -141,6 +145,7 @@ private:
     QListWidget* topList_ = nullptr;
     QWidget* tree_ = nullptr;
     ListSection* list_ = nullptr;
+    BusTimer* bus_ = nullptr;
     QStringList results_, errors_, directories_;
     QString progress_;
     QString listText_;

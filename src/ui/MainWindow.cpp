@@ -19,6 +19,9 @@
 #include "settings/IniStore.h"
 #include "ui/AppCommands.h"
 #include "ui/AppContext.h"
+#include "ui/BusTimer.h"
+#include "ui/ListSection.h"
+#include "ui/MenuBarBuilder.h"
 #include "ui/FileListWindow.h"
 #include "ui/StatusPieces.h"
 #include "ui/TextSectionView.h"
@@ -48,8 +51,16 @@ MainWindow::MainWindow(AppContext& app, QWidget* parent)
     connect(status_, &StatusPieces::startClicked, this, [this] {
         if (FileListWindow* w = activeListWindow()) w->refresh();
     });
+    bus_ = new BusTimer([this](const BusCommand& c) { runBusCommand(c); }, this);
     buildMenus();
     restorePlace();
+    IniStore& ini = app_.ini();
+    mainTimer_ = new QTimer(this);
+    const int interval = ini.mode(kMissingEmpty).getInt("Timeouts", "Main timer interval");
+    mainTimer_->setInterval(interval > 0 ? interval : 200);
+    focusEvery_ = std::max(1, ini.mode(kMissingEmpty).getInt("Timeouts", "Setfocus back to LHForm timer interval (multiple)"));
+    connect(mainTimer_, &QTimer::timeout, this, &MainWindow::mainTick);
+    mainTimer_->start();
     FileListWindow::setMainClosing(false);
 }
 
@@ -64,6 +75,7 @@ MainWindow::~MainWindow() {
 void MainWindow::buildMenus() {
     commands_ = new AppCommands(*this, app_);
     commands_->install(menuBar());
+    commands_->builder()->setMenusShutHandler([this] { bus_->queue("Enable Menus", kBusUniqueFront); });
     connect(mdi_, &QMdiArea::subWindowActivated, this, [this] {
         if (!closing_) commands_->windowsChanged();
     });
@@ -140,9 +152,41 @@ bool MainWindow::loadWindows() {
     }
     store_.removeLeftovers();
     if (first) mdi_->setActiveSubWindow(qobject_cast<QMdiSubWindow*>(first->parentWidget()));
-    starting_ = false;
+    // The end of the start runs from the bus, once the window is up: the
+    // second queued runs first.
+    bus_->queue("StartUpMsgs", kBusUniqueFront);
+    bus_->queue("Show PopupAnd Hide Windows BugFix ", kBusUniqueFront);
     updateStatus();
     return true;
+}
+
+void MainWindow::runBusCommand(const BusCommand& command) {
+    const std::string& caption = command.caption;
+    if (caption.empty()) return;
+    if (auto answer = commands_->dispatch().busCommand(caption, command.tag)) return;
+    if (caption == "StartUpMsgs") {
+        starting_ = false;
+    } else if (caption == "Show PopupAnd Hide Windows BugFix ") {
+        // The saved state is put back and the list takes the focus.
+        if (FileListWindow* w = activeListWindow()) w->list()->setFocus();
+    } else if (caption == "Enable Menus") {
+        commands_->builder()->enableMenus();
+    }
+}
+
+void MainWindow::mainTick() {
+    if (closing_) {
+        mainTimer_->stop();
+        return;
+    }
+    // `SetFocusBackToLHForm`: with the main window active and the focus on
+    // none of its controls, the list of the active window takes it back.
+    if (++focusCount_ < focusEvery_) return;
+    focusCount_ = 0;
+    if (QApplication::activeWindow() != this || QApplication::activePopupWidget()) return;
+    QWidget* focus = QApplication::focusWidget();
+    if (focus && focus != mdi_ && !qobject_cast<QMdiSubWindow*>(focus)) return;
+    if (FileListWindow* w = activeListWindow()) w->list()->setFocus();
 }
 
 void MainWindow::showStartTexts(bool firstRun) {
@@ -302,6 +346,7 @@ void MainWindow::changeEvent(QEvent* event) {
 }
 
 void MainWindow::closeEvent(QCloseEvent* event) {
+    mainTimer_->stop();
     if (!closing_) savePlace();
     closing_ = true;
     // The windows closed with the main window keep their place on the list

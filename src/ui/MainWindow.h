@@ -7,10 +7,12 @@
 #include <memory>
 #include <string>
 
+#include "frame/ActionBus.h"
 #include "frame/WindowStore.h"
 
 class QMdiArea;
 class QMdiSubWindow;
+class QTimer;
 
 namespace tav::ui {
 
@@ -18,6 +20,7 @@ class AppContext;
 class FileListWindow;
 class StatusPieces;
 class AppCommands;
+class BusTimer;
 
 class MainWindow : public QMainWindow {
     Q_OBJECT
@@ -55,6 +58,8 @@ public:
 
     StatusPieces* statusPieces() const { return status_; }
     AppCommands* commands() const { return commands_; }
+    // The main window's deferred action bus.
+    BusTimer* bus() const { return bus_; }
 
 protected:
     void closeEvent(QCloseEvent* event) override;
@@ -70,12 +75,18 @@ private:
     QMdiSubWindow* addListWindow(FileListWindow* window);
     FileListWindow* makeWindow(const std::string& section);
     void updateStatus();
+    void runBusCommand(const BusCommand& command);
+    void mainTick();
 
     AppContext& app_;
     WindowStore store_;
     QMdiArea* mdi_;
     StatusPieces* status_;
     AppCommands* commands_ = nullptr;
+    BusTimer* bus_ = nullptr;
+    QTimer* mainTimer_ = nullptr;  // `fMainTmr`
+    int focusCount_ = 0;           // ticks since the focus job last ran
+    int focusEvery_ = 1;
     bool starting_ = true;
     bool closing_ = false;
     bool arranged_ = false;  // the windows of the start have been placed
