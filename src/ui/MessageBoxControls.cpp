@@ -30,13 +30,26 @@ QString qs(const std::string& s) { return QString::fromStdString(s); }
 
 constexpr const char* kScrollPlace = "tavScrollPlace";
 
-// A control's font: fields 3 to 6 over the box's font. A font that cannot
-// be had leaves the box's font.
+// The font name that stands for the fixed font.
+constexpr const char* kFixedFontName = "-FIXFONT-";
+
+bool inFixedFont(const ControlSpec& spec) { return spec.fontName() == kFixedFontName; }
+
+// A control's font: fields 3 to 6 over the box's font; "-FIXFONT-" is the
+// fixed font at the box's size. A font that cannot be had leaves the box's font.
 QFont controlFont(const ControlSpec& spec, QFont base) {
+    if (inFixedFont(spec)) {
+        QFont fixed = QFontDatabase::systemFont(QFontDatabase::FixedFont);
+        if (base.pointSizeF() > 0) fixed.setPointSizeF(base.pointSizeF());
+        fixed.setBold(base.bold());
+        fixed.setItalic(base.italic());
+        base = fixed;
+    } else if (!spec.fontName().empty()) {
+        base.setFamily(qs(spec.fontName()));
+    }
     if (spec.bold()) base.setBold(true);
     if (spec.italic()) base.setItalic(true);
     if (auto size = spec.fontSize()) base.setPointSize(*size);
-    if (!spec.fontName().empty()) base.setFamily(qs(spec.fontName()));
     return base;
 }
 
@@ -144,7 +157,7 @@ QWidget* makeGrid(const ControlSpec& spec, int index, const std::vector<std::str
 
 QFont messageBoxFont(const std::string& name, double size, bool bold, bool italic) {
     QFont font = QApplication::font();
-    if (name == "-FIXFONT-") font = QFontDatabase::systemFont(QFontDatabase::FixedFont);
+    if (name == kFixedFontName) font = QFontDatabase::systemFont(QFontDatabase::FixedFont);
     else if (!name.empty()) font.setFamily(qs(name));
     if (size > 0) font.setPointSizeF(size);
     font.setBold(bold);
@@ -237,6 +250,9 @@ QWidget* makeBoxControl(const ControlSpec& spec, int index, const std::string& v
             edit->setObjectName("fTextBoxM" + name);
             edit->setPlainText(qs(value));
             edit->setTabChangesFocus(true);
+            // Text in the fixed font is laid out in columns (a hex dump):
+            // its lines are not wrapped.
+            if (inFixedFont(spec)) edit->setLineWrapMode(QPlainTextEdit::NoWrap);
             w = edit;
         } else {
             auto* edit = new QLineEdit(qs(value), parent);

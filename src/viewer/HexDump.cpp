@@ -4,6 +4,7 @@
 #include <cstdio>
 
 #include "core/Utf8.h"
+#include "dialogs/SpecText.h"
 #include "viewer/FileBlockReader.h"
 
 namespace tav {
@@ -50,7 +51,8 @@ MessageRequest hexDumpRequest(std::string_view bytes, int64_t firstByte, const s
         text += "\r\n";
     }
     // Index 0 is the key data; then the text as it reads, and its dump.
-    m.ctlSpecs = {"", "TextBox|~~|10000|3000|||||||||True", "TextBox|~~|10000|6000||||-FIXFONT-||||True"};
+    m.ctlSpecs = {"", "TextBox|~~|" + MBSpec("10000|3000||||||||True"),
+                  "TextBox|~~|" + MBSpec("10000|6000||||-FIXFONT-||||True")};
     m.values = {"", toUtf8(bytes), text};
     return m;
 }
