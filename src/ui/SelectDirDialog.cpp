@@ -7,8 +7,8 @@
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLabel>
-#include <QLineEdit>
 #include <QListView>
+#include <QScreen>
 #include <QListWidget>
 #include <QPushButton>
 #include <QShortcut>
@@ -227,7 +227,8 @@ void SelectDirDialog::loadTypes() {
 
 void SelectDirDialog::restoreWidth() {
     const int twips = ini_.mode(kMissingEmpty).getInt("Main", "Width SelectDirForm");
-    const int width = std::max(kNarrowest, twips / kTwipsPerPixel);
+    int width = std::max(kNarrowest, twips / kTwipsPerPixel);
+    if (const QScreen* s = screen()) width = std::min(width, std::max(kNarrowest, s->availableGeometry().width()));
     resize(width, std::max(sizeHint().height(), 420));
 }
 
