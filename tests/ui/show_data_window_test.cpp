@@ -69,6 +69,7 @@ private slots:
     void plainKindShowsTheTextWithoutMarkup();
     void hexKindOpensTheHexDisplayNotThePopup();
     void openPopupIsReusedWhereItStands();
+    void escClosesThePopup_data();
     void escClosesThePopup();
     void keysGoToTheListWindowUntilItIsGone();
     void cellTextShowsReadOnlyInItsOwnPopup();
@@ -202,15 +203,26 @@ void ShowDataWindowTest::openPopupIsReusedWhereItStands() {
     QCOMPARE(fresh->size(), fresh->standardSize());
 }
 
+void ShowDataWindowTest::escClosesThePopup_data() {
+    QTest::addColumn<Role>("role");
+    QTest::newRow("file") << Role::ShowData;
+    QTest::newRow("cell") << Role::ShowCell;
+}
+
 void ShowDataWindowTest::escClosesThePopup() {
+    QFETCH(Role, role);
     const QString path = QString::fromStdString(dir_->write("e.txt", numberedLines(100)).string());
     FakeListWindow list;
-    QPointer<ShowDataWindow> w = popup();
+    QPointer<ShowDataWindow> w = popup(role);
     w->setOwner(&list, &list);
-    QVERIFY(w->showFile(path));
-    QTest::keyClick(w->textView(), Qt::Key_Escape);
+    if (role == Role::ShowData) QVERIFY(w->showFile(path));
+    else w->showCell("cell text", "Row 1");
+    QWidget* view = role == Role::ShowData ? static_cast<QWidget*>(w->textView()) : w->cellView();
+    QTest::keyClick(view, Qt::Key_F5);
+    QCOMPARE(list.keys, QList<int>{Qt::Key_F5});
+    QTest::keyClick(view, Qt::Key_Escape);
     QTRY_VERIFY(w.isNull());
-    QVERIFY(list.keys.isEmpty());  // Esc belongs to the popup
+    QCOMPARE(list.keys, QList<int>{Qt::Key_F5});  // Esc belongs to the popup
     QVERIFY(host_->asked().empty());
 }
 
