@@ -137,6 +137,8 @@ bool ShowDataWindow::showFile(const QString& path, ShowKind kind, const QString&
     options.removeBlank = ini_.mode(kMissingEmpty).getBool("Main", "Show Raw remove blank");
     const int maxTitle = ini_.mode(kMissingEmpty).getInt("Main", "Text - max len title in status bar");
     if (maxTitle > 0) options.maxTitleInStatus = static_cast<size_t>(maxTitle);
+    // A new text starts without a selection (the empty-file notice would keep the last one).
+    text_->view().clearSelection();
     const ShowFileResult result =
         text_->showFile(path, kind == ShowKind::Plain ? TextKind::Plain : TextKind::Raw, startByte, title, options);
     if (!result.shown) {
@@ -226,8 +228,16 @@ void ShowDataWindow::showInfo() {
 }
 
 void ShowDataWindow::showHexDump() {
-    if (text_) showHexDumpOfView(*text_, host_);
-    else if (cell_) showHexDumpOfText(cell_->toPlainText(), windowTitle(), host_);
+    if (cell_) {
+        showHexDumpOfText(cell_->toPlainText(), windowTitle(), host_);
+        return;
+    }
+    // The selected bytes as the view holds them; without a selection the file.
+    const std::string& pafn = text_->shownText().pafn;
+    if (text_->view().selection().empty() && !pafn.empty())
+        showHexDumpOfFile(QString::fromStdString(pafn), host_);
+    else
+        showHexDumpOfView(*text_, host_);
 }
 
 // ---------------------------------------------------------------------- keys

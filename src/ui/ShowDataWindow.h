@@ -86,7 +86,8 @@ public:
 
     // `OB` for the text shown (ShowData).
     void showInfo();
-    // `OM`: the hex display of the selected bytes or the file, or of the cell.
+    // `OM`: the hex display of the selected bytes, else of the file (its
+    // bytes, also under plain text), or of the cell's text.
     void showHexDump();
 
     QString statusText() const;

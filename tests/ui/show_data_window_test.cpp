@@ -68,6 +68,7 @@ private slots:
     void statusTitleIsCutToTheOptionLength();
     void plainKindShowsTheTextWithoutMarkup();
     void hexKindOpensTheHexDisplayNotThePopup();
+    void hexDumpOfThePopupIsOfTheSelectionElseTheFile();
     void openPopupIsReusedWhereItStands();
     void escClosesThePopup_data();
     void escClosesThePopup();
@@ -179,6 +180,31 @@ void ShowDataWindowTest::hexKindOpensTheHexDisplayNotThePopup() {
     QVERIFY(!w->showFile(path + "-gone", ShowKind::Hex));
     QCOMPARE(host_->asked().size(), size_t{1});
     QVERIFY(host_->asked().front().message.find("-gone") != std::string::npos);
+}
+
+void ShowDataWindowTest::hexDumpOfThePopupIsOfTheSelectionElseTheFile() {
+    const QString page = QString::fromStdString(dir_->write("p.htm", "<p>Hi there</p>").string());
+    const QString empty = QString::fromStdString(dir_->write("empty.txt", "").string());
+    ShowDataWindow* w = popup();
+    auto* om = w->findChild<QAction*>("OM");
+    QVERIFY(om);
+    QCOMPARE(om->text(), QString("Show Hex Du&mp for File"));
+    auto lastDump = [this] { return QString::fromStdString(host_->asked().back().values.at(2)); };
+
+    // Plain text without a selection: the file's own bytes, markup and all.
+    QVERIFY(w->showFile(page, ShowKind::Plain));
+    om->trigger();
+    QVERIFY2(lastDump().contains("3C 70 3E 48 69"), qPrintable(lastDump()));
+    // With a selection: the selected bytes of the text shown.
+    w->textView()->view().setSelection(1, 3);
+    om->trigger();
+    QCOMPARE(host_->asked().back().values.at(1), std::string("Hi"));
+    // An empty file: an empty dump, not the notice that stands for it.
+    QVERIFY(w->showFile(empty, ShowKind::Raw));
+    QCOMPARE(w->textView()->shownLines(), QStringList{"<empty file>"});
+    om->trigger();
+    QCOMPARE(host_->asked().back().message, empty.toStdString() + "\rBytes 1 to 0");
+    QVERIFY(lastDump().isEmpty());
 }
 
 void ShowDataWindowTest::openPopupIsReusedWhereItStands() {
