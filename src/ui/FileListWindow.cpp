@@ -11,7 +11,10 @@
 #include <algorithm>
 
 #include "core/ListText.h"
+#include "dialogs/MessageShortcuts.h"
 #include "filelist/ColumnTypes.h"
+#include "filelist/ListSpecEdit.h"
+#include "filelist/MultiDirsToggle.h"
 #include "frame/RefreshSpec.h"
 #include "frame/WindowStore.h"
 #include "frame/WindowTypes.h"
@@ -22,7 +25,7 @@
 #include "settings/IniStore.h"
 #include "ui/AppContext.h"
 #include "ui/BusTimer.h"
-#include "ui/DirectoryPane.h"
+#include "ui/DirectoryTree.h"
 #include "ui/ListSection.h"
 #include "ui/TextSectionView.h"
 
@@ -78,18 +81,19 @@ void FileListWindow::build() {
     topList_ = new QListWidget;
     topList_->setObjectName("fTopListframe");
     left_->addWidget(topList_);
-    auto* tree = new DirectoryPane;
-    tree->setObjectName("fSelectDir");
-    tree_ = tree;
+    tree_ = new DirectoryTree;
+    tree_->setObjectName("fSelectDir");
     left_->addWidget(tree_);
-    connect(tree, &DirectoryPane::directoryChosen, this, [this](const QString& path) {
-        if (state_.flag("Multi Dirs")) return;
+    connect(tree_, &DirectoryTree::directoryChosen, this, [this](const QString& path) {
+        if (state_.flag("Multi Dirs") || applying_) return;
         std::string dir = path.toStdString();
         if (!dir.empty() && dir.back() != '/') dir += '/';
         save("Last Dir", joinList({dir}));
         emit captionChanged(caption());
         if (state_.flag("Read Files")) refresh();
     });
+    connect(tree_, &DirectoryTree::addRequested, this, [this](const QString& path) { editListSpec(path, true); });
+    connect(tree_, &DirectoryTree::removeRequested, this, [this](const QString& path) { editListSpec(path, false); });
 
     list_ = new ListSection(app_);
     list_->setObjectName("fFileListframe");
@@ -108,6 +112,11 @@ void FileListWindow::build() {
     connect(list_, &ListSection::finished, this, &FileListWindow::onRefreshFinished);
     connect(list_, &ListSection::selectionCountsChanged, this, &FileListWindow::statusChanged);
     connect(list_, &ListSection::statusLine, this, [this](const QString& line) { addResult(line); });
+    // Alt+Up/Down step from file to file wherever the list has the focus.
+    list_->view()->installEventFilter(this);
+    connect(list_, &ListSection::currentRowChanged, this, [this](int row) {
+        if (row >= 0 && state_.flag("Auto read text") && sectionShown("VT")) showRowText(row);
+    });
     connect(list_, &ListSection::saveEntry, this,
             [this](const QString& entry, const QString& value) { save(entry.toStdString(), value.toStdString()); });
 
@@ -141,8 +150,18 @@ void FileListWindow::applyState() {
     list_->applyWindow(state_);
     applySizes();
     applying_ = false;
-    const auto dirs = splitItems(state_.value("Last Dir"));
-    if (!dirs.empty() && !dirs.front().empty()) static_cast<DirectoryPane*>(tree_)->showDirectory(fromStd(expandHome(dirs.front())));
+    applying_ = true;
+    const std::string spec = state_.value("Last Dir");
+    tree_->setMultiDirs(state_.flag("Multi Dirs"));
+    if (state_.flag("Multi Dirs")) {
+        QStringList marked;
+        for (const std::string& d : listSpecDirectories(spec)) marked << fromStd(expandHome(d));
+        tree_->setMarkedDirs(marked);
+    } else {
+        const auto dirs = splitItems(spec);
+        if (!dirs.empty() && !dirs.front().empty()) tree_->showDirectory(fromStd(expandHome(dirs.front())));
+    }
+    applying_ = false;
     emit captionChanged(caption());
 }
 
@@ -241,13 +260,40 @@ void FileListWindow::onRefreshFinished(const ListTotals& totals) {
 }
 
 void FileListWindow::toggleKey(std::string_view key) {
-    const bool on = !state_.menu(key).checked;
-    store_.putKey(state_, std::string(key) + "1", on ? "-1" : "0");
     if (key == "LM") {
-        // Several directories are picked in the tree by hand: a change of
-        // selection no longer refreshes by itself.
-        if (on) store_.putKey(state_, "OF1", "0");
+        MultiDirsState now;
+        now.multiDirs = state_.flag("Multi Dirs");
+        now.listSelected = state_.menu("LS").checked;
+        now.autoRefresh = state_.flag("Read Files");
+        now.listSpec = state_.value("Last Dir");
+        QString dir = tree_->currentDirectory();
+        const MultiDirsToggle next = ToggleMultiDirs(now, tree_->hasFocus(), dir.toStdString());
+        save("Multi Dirs", next.state.multiDirs ? "-1" : "0");
+        save("Read Files", next.state.autoRefresh ? "-1" : "0");
+        MnuState ls = state_.menu("LS");
+        ls.checked = next.state.listSelected;
+        state_.setMenu("LS", ls);
+        if (next.listSpecChanged) save("Last Dir", next.state.listSpec);
+        applyState();
+        return;
     }
+    const bool on = !state_.menu(key).checked;
+    std::string keyAndDigit(key);
+    keyAndDigit += '1';
+    store_.putKey(state_, keyAndDigit, on ? "-1" : "0");
+    applyState();
+}
+
+void FileListWindow::editListSpec(const QString& path, bool add) {
+    std::string spec = state_.value("Last Dir");
+    const std::string entry = path.toStdString();
+    const ListSpecChange change = add ? AddToListSpec(spec, entry) : RemoveDirectoryFromListSpec(spec, entry);
+    if (!change.changed) {
+        if (!change.prompt.empty()) MBOk(app_.host(), change.prompt);
+        return;
+    }
+    save("Last Dir", spec);
+    if (!change.status.empty()) addResult(fromStd(change.status));
     applyState();
 }
 
@@ -415,13 +461,47 @@ QString FileListWindow::selectedText() const { return list_->selectedText(); }
 
 bool FileListWindow::showText(const QString& path) {
     if (path.isEmpty() || !QFileInfo(path).isFile()) return false;
-    const ShowFileResult r = text_->showFile(path);
+    const TextKind kind = QString::fromStdString(state_.value("Show file as (auto read/alt-up+dn)"))
+                                  .startsWith("Plain", Qt::CaseInsensitive)
+                              ? TextKind::Plain
+                              : TextKind::Raw;
+    const ShowFileResult r = text_->showFile(path, kind);
+    if (r.shown && state_.value("Last Txt PAFN") != path.toStdString()) save("Last Txt PAFN", path.toStdString());
+    if (!r.status.empty()) {
+        progress_ = fromStd(r.status);
+        emit statusChanged();
+    }
     return r.shown;
+}
+
+bool FileListWindow::showRowText(int row) {
+    const auto& rows = list_->model()->table().rows();
+    if (row < 0 || static_cast<std::size_t>(row) >= rows.size()) return false;
+    const Row& r = rows[static_cast<std::size_t>(row)];
+    if (r.isDirectory) return false;
+    return showText(fromStd(r.path));
+}
+
+void FileListWindow::stepFileRow(int direction) {
+    const auto& rows = list_->model()->table().rows();
+    ListGridView* view = list_->view();
+    int row = view->currentIndex().isValid() ? view->currentIndex().row() : -1;
+    for (row += direction; row >= 0 && static_cast<std::size_t>(row) < rows.size(); row += direction) {
+        const Row& r = rows[static_cast<std::size_t>(row)];
+        if (r.isDirectory || r.hidden) continue;
+        view->setGreen(row, std::max(0, view->currentIndex().column()));
+        if (!state_.flag("Auto read text") || !sectionShown("VT")) showRowText(row);
+        return;
+    }
 }
 
 void FileListWindow::keyPressEvent(QKeyEvent* event) {
     if (event->key() == Qt::Key_F5 && event->modifiers() == Qt::NoModifier) {
         refresh();
+        return;
+    }
+    if ((event->key() == Qt::Key_Up || event->key() == Qt::Key_Down) && event->modifiers() == Qt::AltModifier) {
+        stepFileRow(event->key() == Qt::Key_Up ? -1 : 1);
         return;
     }
     if (event->key() == Qt::Key_Escape && refreshing()) {
@@ -431,6 +511,17 @@ void FileListWindow::keyPressEvent(QKeyEvent* event) {
     QWidget::keyPressEvent(event);
 }
 
+bool FileListWindow::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::KeyPress) {
+        auto* key = static_cast<QKeyEvent*>(event);
+        if ((key->key() == Qt::Key_Up || key->key() == Qt::Key_Down) && key->modifiers() == Qt::AltModifier) {
+            stepFileRow(key->key() == Qt::Key_Up ? -1 : 1);
+            return true;
+        }
+    }
+    return QWidget::eventFilter(watched, event);
+}
+
 void FileListWindow::showEvent(QShowEvent* event) {
     QWidget::showEvent(event);
     applySizes();
@@ -438,6 +529,11 @@ void FileListWindow::showEvent(QShowEvent* event) {
 
 void FileListWindow::resizeEvent(QResizeEvent* event) {
     QWidget::resizeEvent(event);
+    // A window shrunk below its Text frame keeps the frame 105 twips short
+    // of its height; growing it again does not bring the old height back.
+    const int inner = toTwips(height());
+    if (inner > 0 && !applying_ && isVisible() && !isMinimized() && textFrameHeight() > inner - kTextFrameMargin)
+        save("Text Frame height", std::to_string(std::max(0, inner - kTextFrameMargin)));
     applySizes();
 }
 

@@ -26,6 +26,7 @@ namespace tav::ui {
 class AppContext;
 class TextSectionView;
 class BusTimer;
+class DirectoryTree;
 class ListSection;
 
 class FileListWindow : public QWidget {
@@ -60,6 +61,11 @@ public:
     // The Text section.
     TextSectionView* textView() const { return text_; }
     bool showText(const QString& path);
+    // The file of a row in the Text section, as `Show file as (auto read/alt-up+dn)`
+    // says; `Last Txt PAFN` keeps it for the next start.
+    bool showRowText(int row);
+    // Alt+Up/Down: the cursor goes to the previous or next file row and shows it.
+    void stepFileRow(int direction);
 
     // Sections shown (`VT`, `VR`, `VL`), each saved as it changes.
     void setSectionShown(std::string_view key, bool on);
@@ -94,6 +100,8 @@ public:
     void selectDirectories();  // `LR`, `ID`
     void selectFileTypes();    // `LB`, `IB`
     void focusSection(std::string_view which);
+    // The tree of `Multi Dirs` adds a directory to the list spec or takes it out.
+    void editListSpec(const QString& path, bool add);
 
     // Sorts: by an order (kept as `Sort col Index`), again by the kept one.
     void sortBy(const std::vector<int>& colTypes);
@@ -126,6 +134,7 @@ protected:
     void closeEvent(QCloseEvent* event) override;
     void showEvent(QShowEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     void build();
@@ -143,7 +152,7 @@ private:
     QSplitter* left_ = nullptr;   // Top List over the tree
     TextSectionView* text_ = nullptr;
     QListWidget* topList_ = nullptr;
-    QWidget* tree_ = nullptr;
+    DirectoryTree* tree_ = nullptr;
     ListSection* list_ = nullptr;
     BusTimer* bus_ = nullptr;
     QStringList results_, errors_, directories_;

@@ -23,6 +23,7 @@
 #include "ui/MainWindow.h"
 #include "ui/MessageBoxDialog.h"
 #include "ui/StatusPieces.h"
+#include "ui/TextSectionView.h"
 
 using namespace tav;
 
@@ -82,6 +83,7 @@ private slots:
     void stopActsAtOnceAndKeepsTheRowsListed();
     void sortsByTwoColumnsAndCountsBlueRows();
     void aVeryLargeSelectionAsksFirst();
+    void theTextSectionFollowsTheCursor();
     void windowsComeBackAfterARestart();
     void windowsComeBackAfterACrash();
     void aDamagedWindowsFileIsReplacedByTheFactoryCopy();
@@ -185,6 +187,40 @@ void FileListWindowTest::aVeryLargeSelectionAsksFirst() {
     QTest::keyClick(w->list()->view(), Qt::Key_A, Qt::ControlModifier);
     QCOMPARE(w->list()->selectedFiles(), 5);
     QCOMPARE(w->list()->selectedBytes(), 15);
+}
+
+void FileListWindowTest::theTextSectionFollowsTheCursor() {
+    tavtest::TempDir dir;
+    writeFile(dir / "t/a.txt", "first file");
+    writeFile(dir / "t/b.txt", "second file");
+    const std::string data = (dir / "data").string();
+    {
+        Run run(data);
+        ui::FileListWindow* w = run.active();
+        QVERIFY(w);
+        w->save("Last Dir", "{" + (dir / "t").string() + "/}");
+        w->save("List Dirs", "0");
+        w->save("Show file as (auto read/alt-up+dn)", "Raw");
+        w->refresh();
+        QVERIFY(waitForRefresh(w));
+        // With AutoRefresh Text on, the row under the cursor shows.
+        QVERIFY(w->state().flag("Auto read text"));
+        QTRY_VERIFY(w->textView()->shownLines().join("").contains("first file"));
+        QTest::keyClick(w->list()->view(), Qt::Key_Down);
+        QTRY_VERIFY(w->textView()->shownLines().join("").contains("second file"));
+        QCOMPARE(QString::fromStdString(w->state().value("Last Txt PAFN")),
+                 QString::fromStdString((dir / "t/b.txt").string()));
+        // Without it, Alt+Up steps to the file before and shows it.
+        w->toggleKey("OX");
+        QVERIFY(!w->state().flag("Auto read text"));
+        QTest::keyClick(w->list()->view(), Qt::Key_Up, Qt::AltModifier);
+        QTRY_VERIFY(w->textView()->shownLines().join("").contains("first file"));
+        run.window->close();
+    }
+    // The next start shows the same file again.
+    Run again(data);
+    again.window->showStartTexts(false);
+    QVERIFY(again.active()->textView()->shownLines().join("").contains("first file"));
 }
 
 void FileListWindowTest::windowsComeBackAfterARestart() {
