@@ -18,6 +18,7 @@
 #include "ui/ListSection.h"
 #include "ui/MainWindow.h"
 #include "ui/MenuBarBuilder.h"
+#include "ui/ShowDataWindow.h"
 
 namespace tav::ui {
 
@@ -175,6 +176,13 @@ void AppCommands::registerHandlers() {
     onWindow("VQ", [&host](FileListWindow& w, const MenuCall&) {
         MBOk(host, "Sort File List by: " + w.sortDescription().toStdString());
     });
+
+    // Show.
+    onWindow("ON", [](FileListWindow& w, const MenuCall&) { w.showCurrentFile(static_cast<int>(ShowKind::Plain)); });
+    onWindow("OU", [](FileListWindow& w, const MenuCall&) { w.showCurrentFile(static_cast<int>(ShowKind::Raw)); });
+    onWindow("OM", [](FileListWindow& w, const MenuCall&) { w.showCurrentFile(static_cast<int>(ShowKind::Hex)); });
+    onWindow("OE", [](FileListWindow& w, const MenuCall&) { w.showCurrentCell(); });
+    onWindow("OB", [](FileListWindow& w, const MenuCall&) { w.showTextInfo(); });
 
     // Select.
     onWindow("LU", [](FileListWindow& w, const MenuCall&) { w.list()->view()->showAllRows(); });

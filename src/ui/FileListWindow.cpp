@@ -22,6 +22,8 @@
 #include "ui/ListGridModel.h"
 #include "ui/ListGridView.h"
 #include "ui/SelectDirDialog.h"
+#include "ui/ShowDataWindow.h"
+#include "ui/ShowInfoAction.h"
 #include "settings/IniStore.h"
 #include "ui/AppContext.h"
 #include "ui/BusTimer.h"
@@ -480,6 +482,59 @@ bool FileListWindow::showRowText(int row) {
     const Row& r = rows[static_cast<std::size_t>(row)];
     if (r.isDirectory) return false;
     return showText(fromStd(r.path));
+}
+
+void FileListWindow::showCurrentFile(int kind) {
+    const int row = list_->view()->currentIndex().isValid() ? list_->view()->currentIndex().row() : -1;
+    const auto& rows = list_->model()->table().rows();
+    if (row < 0 || static_cast<std::size_t>(row) >= rows.size()) return;
+    const Row& r = rows[static_cast<std::size_t>(row)];
+    const QString path = fromStd(r.path);
+    if (r.isDirectory) {
+        MBOk(app_.host(), "File for current line in file list is a directory. Show not done. File Name >>" + r.path + "<<");
+        return;
+    }
+    const auto showKind = static_cast<ShowKind>(kind);
+    if (showKind == ShowKind::Hex) {
+        showHexDumpOfFile(path, app_.host());
+        return;
+    }
+    ShowDataWindow* popup = ShowDataWindow::instance(ShowDataWindow::Role::ShowData, app_.textCache(), app_.host(),
+                                                     app_.ini(), window());
+    popup->setOwner(this, this);
+    popup->showFile(path, showKind, QFileInfo(path).fileName());
+}
+
+void FileListWindow::showCurrentCell() {
+    const QModelIndex index = list_->view()->currentIndex();
+    if (!index.isValid()) return;
+    const QString text = list_->model()->data(index).toString();
+    const QString title = list_->model()->headerData(index.column(), Qt::Horizontal).toString();
+    ShowDataWindow* popup = ShowDataWindow::instance(ShowDataWindow::Role::ShowCell, app_.textCache(), app_.host(),
+                                                     app_.ini(), window());
+    popup->setOwner(this, this);
+    popup->showCell(text, title);
+}
+
+void FileListWindow::showTextInfo() {
+    if (ShowDataWindow* popup = ShowDataWindow::openPopup(ShowDataWindow::Role::ShowData);
+        popup && popup->isActiveWindow()) {
+        popup->showInfo();
+        return;
+    }
+    showInfoForView(*text_, app_.host(), app_.ini());
+}
+
+void FileListWindow::popupTextShown(const QString& path) {
+    if (state_.value("Last Txt PAFN") != path.toStdString()) save("Last Txt PAFN", path.toStdString());
+}
+
+bool FileListWindow::popupKey(QKeyEvent* event) {
+    if (event->key() == Qt::Key_F5 && event->modifiers() == Qt::NoModifier) {
+        refresh();
+        return true;
+    }
+    return false;
 }
 
 void FileListWindow::stepFileRow(int direction) {

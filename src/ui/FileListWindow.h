@@ -12,6 +12,7 @@
 #include "filelist/RowSink.h"
 #include "frame/BarLayout.h"
 #include "frame/WindowState.h"
+#include "ui/ShowDataOwner.h"
 
 class QSplitter;
 class QListWidget;
@@ -29,7 +30,7 @@ class BusTimer;
 class DirectoryTree;
 class ListSection;
 
-class FileListWindow : public QWidget {
+class FileListWindow : public QWidget, public ShowDataOwner {
     Q_OBJECT
 public:
     FileListWindow(AppContext& app, WindowStore& store, QWidget* parent = nullptr);
@@ -66,6 +67,16 @@ public:
     bool showRowText(int row);
     // Alt+Up/Down: the cursor goes to the previous or next file row and shows it.
     void stepFileRow(int direction);
+    // `ON`, `OU`, `OM`: the current row's file in the popup, plain, raw or as a hex dump.
+    void showCurrentFile(int kind);
+    // `OE`: the current cell at full size.
+    void showCurrentCell();
+    // `OB`: Show Info for the text in the Text section, or in the popup.
+    void showTextInfo();
+
+    // From the popup this window opened.
+    void popupTextShown(const QString& path) override;
+    bool popupKey(QKeyEvent* event) override;
 
     // Sections shown (`VT`, `VR`, `VL`), each saved as it changes.
     void setSectionShown(std::string_view key, bool on);

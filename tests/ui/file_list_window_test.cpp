@@ -16,12 +16,14 @@
 #include "frame/WindowStore.h"
 #include "settings/IniStore.h"
 #include "support/TempDir.h"
+#include "ui/AppCommands.h"
 #include "ui/AppContext.h"
 #include "ui/FileListWindow.h"
 #include "ui/ListGridView.h"
 #include "ui/ListSection.h"
 #include "ui/MainWindow.h"
 #include "ui/MessageBoxDialog.h"
+#include "ui/ShowDataWindow.h"
 #include "ui/StatusPieces.h"
 #include "ui/TextSectionView.h"
 
@@ -84,6 +86,7 @@ private slots:
     void sortsByTwoColumnsAndCountsBlueRows();
     void aVeryLargeSelectionAsksFirst();
     void theTextSectionFollowsTheCursor();
+    void menuCommandsReachTheActiveWindow();
     void windowsComeBackAfterARestart();
     void windowsComeBackAfterACrash();
     void aDamagedWindowsFileIsReplacedByTheFactoryCopy();
@@ -221,6 +224,50 @@ void FileListWindowTest::theTextSectionFollowsTheCursor() {
     Run again(data);
     again.window->showStartTexts(false);
     QVERIFY(again.active()->textView()->shownLines().join("").contains("first file"));
+}
+
+void FileListWindowTest::menuCommandsReachTheActiveWindow() {
+    tavtest::TempDir dir;
+    writeFile(dir / "t/a.txt", "shown in the popup");
+    Run run((dir / "data").string());
+    ui::FileListWindow* w = run.active();
+    QVERIFY(w);
+    w->save("Last Dir", "{" + (dir / "t").string() + "/}");
+    w->save("List Dirs", "0");
+    ui::AppCommands* commands = run.window->commands();
+    QVERIFY(commands->run("EE"));
+    QVERIFY(waitForRefresh(w));
+    QCOMPARE(w->list()->rowCount(), 1);
+    // Show Unformatted Text opens the popup on the current file.
+    QVERIFY(commands->run("OU"));
+    ui::ShowDataWindow* popup = ui::ShowDataWindow::openPopup(ui::ShowDataWindow::Role::ShowData);
+    QVERIFY(popup);
+    QTRY_VERIFY(popup->isVisible());
+    popup->close();
+    // The section switches are saved as they change.
+    QVERIFY(w->sectionShown("VL"));
+    QVERIFY(commands->run("VL"));
+    QVERIFY(!w->sectionShown("VL"));
+    QCOMPARE(QString::fromStdString(run.context.ini().get(w->state().sections.selections, "Show Top List on Listhtm")),
+             QString("0"));
+    // Sort by File Type goes by way of the window's bus.
+    QVERIFY(commands->run("VSORT(2)"));
+    QTRY_COMPARE(QString::fromStdString(w->state().value("Sort col Index")), QString("2"));
+    // New and Window list: the new window becomes active, item 2 of the list.
+    QVERIFY(commands->run("WW"));
+    QCOMPARE(run.window->listWindows().size(), 2);
+    QVERIFY(run.active() != w);
+    QVERIFY(commands->run("09(0)"));
+    QCOMPARE(run.active(), w);
+    // With no window left, a command that needs one asks first.
+    for (ui::FileListWindow* each : run.window->listWindows())
+        qobject_cast<QMdiSubWindow*>(each->parentWidget())->close();
+    QTRY_COMPARE(run.window->listWindows().size(), 0);
+    QString seen;
+    answerNextBox("Cancel", &seen);
+    commands->run("EE");
+    QVERIFY(seen.contains("This function requires a File List window."));
+    QCOMPARE(run.window->listWindows().size(), 0);
 }
 
 void FileListWindowTest::windowsComeBackAfterARestart() {
