@@ -4,6 +4,7 @@
 
 #include "core/Utf8.h"
 #include "filelist/ColumnTypes.h"
+#include "filelist/KeySort.h"
 #include "filelist/SortCompose.h"
 
 namespace tav::ui {
@@ -165,7 +166,7 @@ Qt::Alignment ListGridModel::defaultAlignment(int colType) {
 
 std::vector<int> ListGridModel::sortBy(const SortOrder& order) {
     emit layoutAboutToBeChanged({}, QAbstractItemModel::VerticalSortHint);
-    sortOrder_ = SortRows(table_, order);
+    sortOrder_ = SortRowsByKeys(table_, order);
     emit layoutChanged({}, QAbstractItemModel::VerticalSortHint);
     if (columnCount() > 0) emit headerDataChanged(Qt::Horizontal, 0, columnCount() - 1);
     if (hidden_ > 0) emit hiddenRowsChanged();

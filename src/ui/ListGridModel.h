@@ -64,8 +64,9 @@ public:
     static Qt::Alignment defaultAlignment(int colType);
 
     // --- Sort and renumber --------------------------------------------------
-    // Sorts the rows on the key cells of the order (`SortRows`) and returns
-    // the order used; the header shows its marks. A list of one row stays.
+    // Sorts the rows on the key cells of the order, in the order `SortRows`
+    // gives (by SortRowsByKeys, made for a million rows), and returns the
+    // order used; the header shows its marks. A list of one row stays.
     std::vector<int> sortBy(const SortOrder& order);
     const std::vector<int>& sortOrder() const { return sortOrder_; }
     // Forgets the order (the header loses its marks), e.g. after a move.

@@ -1,5 +1,6 @@
 #include "ui/ListGridView.h"
 
+#include <QCoreApplication>
 #include <QGuiApplication>
 #include <QHeaderView>
 #include <QKeyEvent>
@@ -46,21 +47,31 @@ ListGridView::ListGridView(QWidget* parent) : QTableView(parent) {
 
 ListGridView::~ListGridView() = default;
 
+QTableView* ListGridView::makeOverlay() {
+    auto* v = new QTableView(this);
+    setUpTable(v);
+    v->setFocusPolicy(Qt::NoFocus);
+    v->setFrameShape(QFrame::NoFrame);
+    v->setAutoScroll(false);  // the grid scrolls; the overlays follow it
+    v->horizontalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    v->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    v->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    v->hide();
+    // Clicks on a fixed part act as clicks on the grid.
+    v->viewport()->installEventFilter(this);
+    return v;
+}
+
 void ListGridView::setUpFrozen() {
-    frozen_ = new QTableView(this);
-    setUpTable(frozen_);
-    frozen_->setFocusPolicy(Qt::NoFocus);
-    frozen_->setFrameShape(QFrame::NoFrame);
-    frozen_->horizontalHeader()->setSectionResizeMode(QHeaderView::Fixed);
-    frozen_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    frozen_->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    frozen_->hide();
+    frozen_ = makeOverlay();
+    frozenRows_ = makeOverlay();
+    corner_ = makeOverlay();
+    frozenRows_->horizontalHeader()->hide();
+    corner_->horizontalHeader()->hide();
     viewport()->stackUnder(frozen_);
-    // Clicks on the fixed part act as clicks on the grid.
-    frozen_->viewport()->installEventFilter(this);
-    connect(frozen_->verticalScrollBar(), &QAbstractSlider::valueChanged, verticalScrollBar(),
-            &QAbstractSlider::setValue);
     connect(verticalScrollBar(), &QAbstractSlider::valueChanged, frozen_->verticalScrollBar(),
+            &QAbstractSlider::setValue);
+    connect(horizontalScrollBar(), &QAbstractSlider::valueChanged, frozenRows_->horizontalScrollBar(),
             &QAbstractSlider::setValue);
     // Alt+Ctrl+click on a caption adds its column to `NS`.
     for (QHeaderView* header : {horizontalHeader(), frozen_->horizontalHeader()}) {
@@ -70,10 +81,13 @@ void ListGridView::setUpFrozen() {
         });
     }
     connect(horizontalHeader(), &QHeaderView::sectionResized, this, [this](int logical, int, int size) {
-        if (frozen_ && logical < fixedColumns_) {
+        if (!frozen_) return;
+        frozenRows_->setColumnWidth(logical, size);
+        if (logical < fixedColumns_) {
             frozen_->setColumnWidth(logical, size);
-            updateFrozenGeometry();
+            corner_->setColumnWidth(logical, size);
         }
+        updateFrozenGeometry();
     });
 }
 
@@ -81,8 +95,10 @@ void ListGridView::setGridModel(ListGridModel* model) {
     if (model_) disconnect(model_, nullptr, this, nullptr);
     model_ = model;
     setModel(model);
-    frozen_->setModel(model);
-    frozen_->setSelectionModel(selectionModel());
+    for (QTableView* v : {frozen_, frozenRows_, corner_}) {
+        v->setModel(model);
+        v->setSelectionModel(selectionModel());
+    }
     viewHidden_ = 0;
     if (!model) return;
     connect(model, &ListGridModel::hiddenRowsChanged, this, &ListGridView::syncHiddenRows);
@@ -91,11 +107,15 @@ void ListGridView::setGridModel(ListGridModel* model) {
         updateFrozenColumns();
     });
     connect(model, &QAbstractItemModel::columnsInserted, this, &ListGridView::updateFrozenColumns);
+    // The fixed rows appear as the first rows stream in.
+    connect(model, &QAbstractItemModel::rowsInserted, this, [this](const QModelIndex&, int first) {
+        if (first < fixedRows_) updateFrozenColumns();
+    });
     updateFrozenColumns();
 }
 
 void ListGridView::setSelectionColor(const QColor& color) {
-    for (QTableView* v : {static_cast<QTableView*>(this), frozen_}) {
+    for (QTableView* v : {static_cast<QTableView*>(this), frozen_, frozenRows_, corner_}) {
         QPalette p = v->palette();
         p.setColor(QPalette::Active, QPalette::Highlight, color);
         p.setColor(QPalette::Inactive, QPalette::Highlight, color);
@@ -157,14 +177,30 @@ void ListGridView::setFixedColumns(int count) {
     if (current.isValid()) setCurrentIndex(current);
 }
 
+void ListGridView::setFixedRows(int count) {
+    fixedRows_ = std::max(0, count);
+    updateFrozenColumns();
+    if (currentIndex().isValid()) scrollTo(currentIndex());
+}
+
+int ListGridView::shownFixedRows() const { return std::min(fixedRows_, model_ ? model_->rowCount() : 0); }
+
 void ListGridView::updateFrozenColumns() {
     const int columns = model_ ? model_->columnCount() : 0;
     const int fixed = std::min(fixedColumns_, columns);
     for (int c = 0; c < columns; ++c) {
         frozen_->setColumnHidden(c, c >= fixed);
-        if (c < fixed) frozen_->setColumnWidth(c, columnWidth(c));
+        corner_->setColumnHidden(c, c >= fixed);
+        frozenRows_->setColumnWidth(c, columnWidth(c));
+        if (c < fixed) {
+            frozen_->setColumnWidth(c, columnWidth(c));
+            corner_->setColumnWidth(c, columnWidth(c));
+        }
     }
+    const int rows = shownFixedRows();
     frozen_->setVisible(fixed > 0);
+    frozenRows_->setVisible(rows > 0);
+    corner_->setVisible(fixed > 0 && rows > 0);
     updateFrozenGeometry();
 }
 
@@ -175,12 +211,30 @@ int ListGridView::frozenWidth() const {
     return width;
 }
 
+int ListGridView::frozenHeight() const {
+    int height = 0;
+    for (int r = 0; r < shownFixedRows(); ++r) height += rowHeight(r);
+    return height;
+}
+
 void ListGridView::updateFrozenGeometry() {
-    if (!frozen_ || !frozen_->isVisible()) return;
-    frozen_->horizontalHeader()->setFixedHeight(horizontalHeader()->height());
-    frozen_->setGeometry(verticalHeader()->isVisible() ? verticalHeader()->width() + frameWidth() : frameWidth(),
-                         frameWidth(), frozenWidth(), viewport()->height() + horizontalHeader()->height());
-    frozen_->verticalScrollBar()->setValue(verticalScrollBar()->value());
+    if (!frozen_) return;
+    const int left = verticalHeader()->isVisible() ? verticalHeader()->width() + frameWidth() : frameWidth();
+    const int top = frameWidth() + (horizontalHeader()->isVisible() ? horizontalHeader()->height() : 0);
+    if (frozen_->isVisible()) {
+        frozen_->horizontalHeader()->setFixedHeight(horizontalHeader()->height());
+        frozen_->setGeometry(left, frameWidth(), frozenWidth(), viewport()->height() + top - frameWidth());
+        frozen_->verticalScrollBar()->setValue(verticalScrollBar()->value());
+    }
+    if (frozenRows_->isVisible()) {
+        frozenRows_->setGeometry(left, top, viewport()->width(), frozenHeight());
+        frozenRows_->verticalScrollBar()->setValue(0);
+        frozenRows_->horizontalScrollBar()->setValue(horizontalScrollBar()->value());
+    }
+    if (corner_->isVisible()) {
+        corner_->setGeometry(left, top, frozenWidth(), frozenHeight());
+        corner_->verticalScrollBar()->setValue(0);
+    }
 }
 
 void ListGridView::resizeEvent(QResizeEvent* event) {
@@ -205,12 +259,20 @@ QModelIndex ListGridView::moveCursor(CursorAction cursorAction, Qt::KeyboardModi
 }
 
 void ListGridView::scrollTo(const QModelIndex& index, ScrollHint hint) {
-    // Columns of the fixed part are always in sight: only the rows scroll.
-    if (index.isValid() && index.column() < fixedColumns_) {
-        QTableView::scrollTo(model_->index(index.row(), std::min(fixedColumns_, model_->columnCount() - 1)), hint);
-        return;
-    }
+    if (!index.isValid() || !model_) return QTableView::scrollTo(index, hint);
+    // Fixed columns and fixed rows are always in sight: only the other
+    // direction scrolls.
+    const int fixedRows = shownFixedRows();
+    const int keepTop = verticalScrollBar()->value();
+    const int keepLeft = horizontalScrollBar()->value();
     QTableView::scrollTo(index, hint);
+    if (index.column() < fixedColumns_) horizontalScrollBar()->setValue(keepLeft);
+    if (index.row() < fixedRows) {
+        verticalScrollBar()->setValue(keepTop);
+    } else if (fixedRows > 0 && index.row() < verticalScrollBar()->value() + fixedRows) {
+        // A row that came to rest under the fixed rows moves below them.
+        verticalScrollBar()->setValue(std::max(0, index.row() - fixedRows));
+    }
 }
 
 // --- Columns and rows -------------------------------------------------------
@@ -233,8 +295,9 @@ bool ListGridView::swapColumns(int a, int b) {
 }
 
 void ListGridView::setRowHeight(int pixels) {
-    verticalHeader()->setDefaultSectionSize(std::max(1, pixels));
-    frozen_->verticalHeader()->setDefaultSectionSize(std::max(1, pixels));
+    for (QTableView* v : {static_cast<QTableView*>(this), frozen_, frozenRows_, corner_})
+        v->verticalHeader()->setDefaultSectionSize(std::max(1, pixels));
+    updateFrozenGeometry();
 }
 
 void ListGridView::syncHiddenRows() {
@@ -246,11 +309,11 @@ void ListGridView::syncHiddenRows() {
         const bool out = model_->isRowHidden(r);
         if (out) ++hidden;
         if (isRowHidden(r) != out) {
-            setRowHidden(r, out);
-            frozen_->setRowHidden(r, out);
+            for (QTableView* v : {static_cast<QTableView*>(this), frozen_, frozenRows_, corner_}) v->setRowHidden(r, out);
         }
     }
     viewHidden_ = hidden;
+    updateFrozenGeometry();
 }
 
 // --- BLUE selection and moves -----------------------------------------------
@@ -336,11 +399,18 @@ void ListGridView::mousePressEvent(QMouseEvent* event) {
 }
 
 bool ListGridView::eventFilter(QObject* watched, QEvent* event) {
-    if (watched == frozen_->viewport() && event->type() == QEvent::MouseButtonPress) {
+    for (QTableView* v : {frozen_, frozenRows_, corner_}) {
+        if (watched != v->viewport()) continue;
+        if (event->type() == QEvent::Wheel) {
+            // The grid scrolls, and the fixed parts follow it.
+            QCoreApplication::sendEvent(viewport(), event);
+            return true;
+        }
+        if (event->type() != QEvent::MouseButtonPress) continue;
         auto* mouse = static_cast<QMouseEvent*>(event);
         const Qt::KeyboardModifiers mods = mouse->modifiers() & (Qt::ControlModifier | Qt::AltModifier);
         if (mods == (Qt::ControlModifier | Qt::AltModifier)) {
-            const QModelIndex at = frozen_->indexAt(mouse->position().toPoint());
+            const QModelIndex at = v->indexAt(mouse->position().toPoint());
             if (at.isValid()) addColumnToNewSortOrder(at.column());
             return true;
         }

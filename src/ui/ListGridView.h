@@ -16,9 +16,10 @@
 //   Alt+Ctrl+S    the current column joins the sort order being composed
 //                 (`NS`); so does Alt+Ctrl+click on a cell or a caption
 //
-// Fixed columns (`FixedCols`) stay at the left while the rest scrolls: a
-// second view over the same model and selection lies on top of the left
-// part and shows those columns only.
+// Fixed columns (`FixedCols`) stay at the left and fixed rows (`FixedRows`
+// beyond the header) at the top while the rest scrolls: further views over
+// the same model and selection lie on top of the left part, the top part
+// and their corner, each clipped to its part.
 #include <QColor>
 #include <QTableView>
 #include <vector>
@@ -56,6 +57,9 @@ public:
     // `FixCols`: the first `count` columns stay in place (0: none).
     void setFixedColumns(int count);
     int fixedColumns() const { return fixedColumns_; }
+    // `FixRows`: the first `count` data rows stay under the header (0: none).
+    void setFixedRows(int count);
+    int fixedRows() const { return fixedRows_; }
 
     // `Min Col Width`: no column gets narrower than this (pixels).
     void setMinColumnWidth(int pixels) { minColumnWidth_ = pixels; }
@@ -69,8 +73,10 @@ public:
     const std::vector<int>& newSortOrder() const { return newSortOrder_; }
     void clearNewSortOrder() { newSortOrder_.clear(); }
 
-    // The view on top of the fixed columns (for tests and the window).
+    // The views on top of the fixed columns, the fixed rows and their corner.
     QTableView* fixedPart() const { return frozen_; }
+    QTableView* fixedRowsPart() const { return frozenRows_; }
+    QTableView* fixedCornerPart() const { return corner_; }
 
 public slots:
     void toggleBlueOnGreen();
@@ -103,16 +109,22 @@ protected:
 
 private:
     void setUpFrozen();
+    QTableView* makeOverlay();
     void updateFrozenColumns();
     void updateFrozenGeometry();
     int frozenWidth() const;
+    int frozenHeight() const;
+    int shownFixedRows() const;
     void moveGreen(bool up);
 
     ListGridModel* model_ = nullptr;
-    QTableView* frozen_ = nullptr;
+    QTableView* frozen_ = nullptr;      // the fixed columns, all rows
+    QTableView* frozenRows_ = nullptr;  // the fixed rows, all columns
+    QTableView* corner_ = nullptr;      // fixed rows of the fixed columns
     MessageHost* host_ = nullptr;
     SelectOptions selectOptions_;
     int fixedColumns_ = 0;
+    int fixedRows_ = 0;
     int minColumnWidth_ = 8;
     int viewHidden_ = 0;  // rows hidden in this view
     std::vector<int> newSortOrder_;

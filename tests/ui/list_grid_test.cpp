@@ -6,6 +6,7 @@
 
 #include <QElapsedTimer>
 #include <QHeaderView>
+#include <QScrollBar>
 #include <QTimer>
 #include <fcntl.h>
 #include <unistd.h>
@@ -109,6 +110,7 @@ private slots:
     void altCtrlAddsColumnsToTheNewSortOrder();
     void fixedColumnsStayInAnOverlayOfTheirOwnWidth();
     void swapColumnsKeepsWidthsAndAlignment();
+    void fixedRowsStayUnderTheHeaderAndNoRowRestsBeneathThem();
 
     void refreshStreamsEveryFileIntoTheGrid();
     void stopKeepsTheRowsAndTheUiServesEvents();
@@ -316,6 +318,37 @@ void ListGridTest::swapColumnsKeepsWidthsAndAlignment() {
     QCOMPARE(model_->index(1, 1).data().toString(), QString("1,234"));
     QCOMPARE(model_->alignment(1), Qt::AlignRight | Qt::AlignVCenter);
     QVERIFY(!view_->swapColumns(1, 9));
+}
+
+void ListGridTest::fixedRowsStayUnderTheHeaderAndNoRowRestsBeneathThem() {
+    model_->beginList(gridtest::gridColumns());
+    std::vector<Item> many;
+    for (int i = 0; i < 300; ++i) many.push_back({"f" + std::to_string(i), "txt", "1", "1", "", ""});
+    model_->appendRows(rowsOf(many));
+    view_->setFixedColumns(1);
+    view_->setFixedRows(2);
+    QTableView* rows = view_->fixedRowsPart();
+    QVERIFY(rows->isVisible() && view_->fixedCornerPart()->isVisible());
+    QCOMPARE(rows->height(), 2 * view_->rowHeight(0));
+    QCOMPARE(view_->fixedCornerPart()->width(), view_->columnWidth(0));
+
+    view_->setGreen(200, 1);
+    QCOMPARE(rows->indexAt(QPoint(5, 2)).row(), 0);
+    QCOMPARE(rows->indexAt(QPoint(5, view_->rowHeight(0) + 2)).row(), 1);
+    const int top = view_->verticalScrollBar()->value();
+    QVERIFY(top > 100);
+    // Up from the first row in sight below the fixed rows: it must not
+    // slip beneath them.
+    view_->setGreen(top + 2, 1);
+    QTest::keyClick(view_.get(), Qt::Key_Up);
+    QCOMPARE(view_->currentIndex().row(), top + 1);
+    QVERIFY(view_->verticalScrollBar()->value() + 2 <= top + 1);
+    // The fixed rows themselves never scroll the grid.
+    const int before = view_->verticalScrollBar()->value();
+    view_->setGreen(0, 1);
+    QCOMPARE(view_->verticalScrollBar()->value(), before);
+    view_->setFixedRows(0);
+    QVERIFY(!rows->isVisible() && !view_->fixedCornerPart()->isVisible());
 }
 
 void ListGridTest::refreshStreamsEveryFileIntoTheGrid() {

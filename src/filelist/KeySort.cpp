@@ -1,0 +1,93 @@
+#include "filelist/KeySort.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <cstring>
+#include <string>
+
+namespace tav {
+
+namespace {
+
+struct SortItem {
+    std::uint64_t prefix;  // the first eight bytes of the first key, big-endian, zero padded
+    std::uint32_t row;
+};
+
+}  // namespace
+
+std::vector<int> SortRowsByKeys(RowTable& table, const SortOrder& order) {
+    std::vector<int> used;
+    std::vector<std::size_t> sortColumns;
+    for (int t : order.colTypes) {
+        if (t < 0 || std::find(used.begin(), used.end(), t) != used.end()) continue;
+        int c = table.keyColumnOf(t);
+        if (c < 0) c = table.columnOf(t);
+        if (c < 0) continue;
+        used.push_back(t);
+        sortColumns.push_back(static_cast<std::size_t>(c));
+    }
+    std::vector<Row>& rows = table.rows();
+    const std::size_t n = rows.size();
+    const std::size_t k = sortColumns.size();
+    if (n < 2 || k == 0) return used;
+
+    // The keys, row after row, column after column: key c of row i runs
+    // from starts[i*k+c] to starts[i*k+c+1].
+    std::vector<std::size_t> starts(n * k + 1);
+    std::size_t total = 0;
+    for (const Row& r : rows)
+        for (std::size_t c : sortColumns)
+            if (c < r.cells.size()) total += r.cells[c].size();
+    std::string arena;
+    arena.reserve(total);
+    for (std::size_t i = 0; i < n; ++i) {
+        const Row& r = rows[i];
+        for (std::size_t j = 0; j < k; ++j) {
+            starts[i * k + j] = arena.size();
+            const std::size_t c = sortColumns[j];
+            if (c < r.cells.size()) arena += r.cells[c];
+        }
+    }
+    starts[n * k] = arena.size();
+    if (!order.caseSensitive)
+        for (char& ch : arena)
+            if (ch >= 'A' && ch <= 'Z') ch = static_cast<char>(ch - 'A' + 'a');
+
+    std::vector<SortItem> items(n);
+    for (std::size_t i = 0; i < n; ++i) {
+        const std::size_t from = starts[i * k], length = std::min<std::size_t>(8, starts[i * k + 1] - from);
+        std::uint64_t prefix = 0;
+        for (std::size_t b = 0; b < 8; ++b)
+            prefix = (prefix << 8) | (b < length ? static_cast<unsigned char>(arena[from + b]) : 0u);
+        items[i] = {prefix, static_cast<std::uint32_t>(i)};
+    }
+    const char* data = arena.data();
+    auto compare = [&](std::uint32_t a, std::uint32_t b) -> int {
+        for (std::size_t j = 0; j < k; ++j) {
+            const std::size_t fa = starts[a * k + j], la = starts[a * k + j + 1] - fa;
+            const std::size_t fb = starts[b * k + j], lb = starts[b * k + j + 1] - fb;
+            const int d = std::memcmp(data + fa, data + fb, std::min(la, lb));
+            if (d != 0) return d;
+            if (la != lb) return la < lb ? -1 : 1;
+        }
+        return 0;
+    };
+    // A shorter key padded with zeros orders before a longer one that
+    // goes on with other bytes, as the text compare does; equal prefixes
+    // leave it to the whole keys.
+    const bool ascending = order.ascending;
+    std::stable_sort(items.begin(), items.end(), [&](const SortItem& x, const SortItem& y) {
+        if (x.prefix != y.prefix) return ascending ? x.prefix < y.prefix : x.prefix > y.prefix;
+        const int d = compare(x.row, y.row);
+        return ascending ? d < 0 : d > 0;
+    });
+
+    std::vector<Row> sorted;
+    sorted.reserve(n);
+    for (const SortItem& item : items) sorted.push_back(std::move(rows[item.row]));
+    rows.swap(sorted);
+    return used;
+}
+
+}  // namespace tav
