@@ -9,10 +9,17 @@ namespace tav {
 
 namespace {
 
+// The first sixteen bytes of a row's keys, big-endian, zero padded: the
+// keys joined with a zero byte between them when no key holds one (a
+// shorter key then still orders first), else the first key alone.
 struct SortItem {
-    std::uint64_t prefix;  // the first eight bytes of the first key, big-endian, zero padded
+    std::uint64_t high;
+    std::uint64_t low;
     std::uint32_t row;
 };
+
+bool samePrefix(const SortItem& x, const SortItem& y) { return x.high == y.high && x.low == y.low; }
+bool prefixBefore(const SortItem& x, const SortItem& y) { return x.high != y.high ? x.high < y.high : x.low < y.low; }
 
 }  // namespace
 
@@ -41,12 +48,15 @@ std::vector<int> SortRowsByKeys(RowTable& table, const SortOrder& order) {
             if (c < r.cells.size()) total += r.cells[c].size();
     std::string arena;
     arena.reserve(total);
+    bool zeroInKeys = false;
     for (std::size_t i = 0; i < n; ++i) {
         const Row& r = rows[i];
         for (std::size_t j = 0; j < k; ++j) {
             starts[i * k + j] = arena.size();
             const std::size_t c = sortColumns[j];
-            if (c < r.cells.size()) arena += r.cells[c];
+            if (c >= r.cells.size()) continue;
+            arena += r.cells[c];
+            if (!zeroInKeys && r.cells[c].find('\0') != std::string::npos) zeroInKeys = true;
         }
     }
     starts[n * k] = arena.size();
@@ -56,11 +66,18 @@ std::vector<int> SortRowsByKeys(RowTable& table, const SortOrder& order) {
 
     std::vector<SortItem> items(n);
     for (std::size_t i = 0; i < n; ++i) {
-        const std::size_t from = starts[i * k], length = std::min<std::size_t>(8, starts[i * k + 1] - from);
-        std::uint64_t prefix = 0;
-        for (std::size_t b = 0; b < 8; ++b)
-            prefix = (prefix << 8) | (b < length ? static_cast<unsigned char>(arena[from + b]) : 0u);
-        items[i] = {prefix, static_cast<std::uint32_t>(i)};
+        unsigned char bytes[16] = {};
+        std::size_t filled = 0;
+        const std::size_t lastKey = zeroInKeys ? 1 : k;
+        for (std::size_t j = 0; j < lastKey && filled < 16; ++j) {
+            if (j > 0) ++filled;  // the zero byte between keys
+            const std::size_t from = starts[i * k + j], to = starts[i * k + j + 1];
+            for (std::size_t b = from; b < to && filled < 16; ++b) bytes[filled++] = static_cast<unsigned char>(arena[b]);
+        }
+        std::uint64_t high = 0, low = 0;
+        for (int b = 0; b < 8; ++b) high = (high << 8) | bytes[b];
+        for (int b = 8; b < 16; ++b) low = (low << 8) | bytes[b];
+        items[i] = {high, low, static_cast<std::uint32_t>(i)};
     }
     const char* data = arena.data();
     auto compare = [&](std::uint32_t a, std::uint32_t b) -> int {
@@ -78,7 +95,7 @@ std::vector<int> SortRowsByKeys(RowTable& table, const SortOrder& order) {
     // leave it to the whole keys.
     const bool ascending = order.ascending;
     std::stable_sort(items.begin(), items.end(), [&](const SortItem& x, const SortItem& y) {
-        if (x.prefix != y.prefix) return ascending ? x.prefix < y.prefix : x.prefix > y.prefix;
+        if (!samePrefix(x, y)) return ascending ? prefixBefore(x, y) : prefixBefore(y, x);
         const int d = compare(x.row, y.row);
         return ascending ? d < 0 : d > 0;
     });

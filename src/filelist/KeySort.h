@@ -4,7 +4,7 @@
 // column has no key; without case, A to Z count as a to z), made fast for
 // a million rows. The sort keys of all rows are first copied into one
 // block of memory, lowered when the case does not count, and an array of
-// row numbers with the first eight key bytes of each row is sorted; the
+// row numbers with the first sixteen key bytes of each row is sorted; the
 // rows themselves move once, at the end.
 #include <vector>
 

@@ -14,13 +14,13 @@ namespace {
 
 // Rows whose names and keys are drawn from few letters, so that equal
 // keys, common prefixes longer than eight bytes and case pairs abound.
-void fillRandom(RowTable& table, int count, unsigned seed) {
+void fillRandom(RowTable& table, int count, unsigned seed, bool zeroBytes = false) {
     std::mt19937 random(seed);
+    const std::string letters("aAbB0\xE9~\0", zeroBytes ? 8 : 7);
     auto word = [&](int maxLength) {
-        static const char kLetters[] = "aAbB0\xE9~";
         std::string w = random() % 2 ? "prefix12" : "";
         const int length = static_cast<int>(random() % static_cast<unsigned>(maxLength + 1));
-        for (int i = 0; i < length; ++i) w += kLetters[random() % 7];
+        for (int i = 0; i < length; ++i) w += letters[random() % letters.size()];
         return w;
     };
     table.begin(gridtest::gridColumns());
@@ -70,6 +70,17 @@ INSTANTIATE_TEST_SUITE_P(
                       OrderCase{"TypeThenSizeDescendingWithCase", {col::Type, col::Size}, false, true},
                       OrderCase{"RepeatsAndUnknownsDropped", {col::Title, col::Type, -2, col::Type}, true, false}),
     [](const auto& p) { return std::string(p.param.name); });
+
+TEST(KeySort, KeysHoldingZeroBytesStillSortAsText) {
+    RowTable plain, fast;
+    fillRandom(plain, 3000, 9, true);
+    fillRandom(fast, 3000, 9, true);
+    SortOrder order;
+    order.colTypes = {col::Type, col::FileName, col::Date};
+    SortRows(plain, order);
+    SortRowsByKeys(fast, order);
+    EXPECT_EQ(identities(fast), identities(plain));
+}
 
 TEST(KeySort, OneRowOrNoColumnLeavesTheList) {
     RowTable table;
