@@ -122,10 +122,15 @@ void FileListWindow::build() {
     connect(list_, &ListSection::saveEntry, this,
             [this](const QString& entry, const QString& value) { save(entry.toStdString(), value.toStdString()); });
 
-    for (QSplitter* s : {outer_, lower_, left_})
+    for (QSplitter* s : {outer_, lower_, left_}) {
         connect(s, &QSplitter::splitterMoved, this, [this] {
             if (!applying_) saveSizes();
         });
+        // A bar takes the focus by a click or Tab, and the arrow keys move it.
+        QSplitterHandle* handle = s->handle(1);
+        handle->setFocusPolicy(Qt::StrongFocus);
+        handle->installEventFilter(this);
+    }
 }
 
 bool FileListWindow::loadFrom(const std::string& windowSection) {
@@ -569,6 +574,25 @@ void FileListWindow::keyPressEvent(QKeyEvent* event) {
 bool FileListWindow::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() == QEvent::KeyPress) {
         auto* key = static_cast<QKeyEvent*>(event);
+        if (auto* handle = qobject_cast<QSplitterHandle*>(watched)) {
+            const Bar bar = handle->splitter() == outer_ ? Bar::TextLists
+                            : handle->splitter() == lower_ ? Bar::DirFiles
+                                                           : Bar::TopListDirList;
+            int code = 0;
+            switch (key->key()) {
+                case Qt::Key_Left: code = 37; break;
+                case Qt::Key_Up: code = 38; break;
+                case Qt::Key_Right: code = 39; break;
+                case Qt::Key_Down: code = 40; break;
+                default: break;
+            }
+            const bool shift = key->modifiers() & Qt::ShiftModifier;
+            const bool ctrl = key->modifiers() & Qt::ControlModifier;
+            if (code) {
+                if (auto size = keyedBarMove(bar, code, shift, ctrl, barSize(bar), barGeometry())) setBarSize(bar, *size);
+                return true;
+            }
+        }
         if ((key->key() == Qt::Key_Up || key->key() == Qt::Key_Down) && key->modifiers() == Qt::AltModifier) {
             stepFileRow(key->key() == Qt::Key_Up ? -1 : 1);
             return true;

@@ -9,6 +9,7 @@
 #include <QLabel>
 #include <QMdiArea>
 #include <QMdiSubWindow>
+#include <QSplitter>
 #include <QTableView>
 #include <fstream>
 #include <memory>
@@ -87,6 +88,7 @@ private slots:
     void aVeryLargeSelectionAsksFirst();
     void theTextSectionFollowsTheCursor();
     void menuCommandsReachTheActiveWindow();
+    void barsMoveByKeysAndToggle();
     void windowsComeBackAfterARestart();
     void windowsComeBackAfterACrash();
     void aDamagedWindowsFileIsReplacedByTheFactoryCopy();
@@ -268,6 +270,37 @@ void FileListWindowTest::menuCommandsReachTheActiveWindow() {
     commands->run("EE");
     QVERIFY(seen.contains("This function requires a File List window."));
     QCOMPARE(run.window->listWindows().size(), 0);
+}
+
+void FileListWindowTest::barsMoveByKeysAndToggle() {
+    tavtest::TempDir dir;
+    Run run((dir / "data").string());
+    ui::FileListWindow* w = run.active();
+    QVERIFY(w);
+    QTest::qWait(20);
+    auto* lower = w->findChild<QSplitter*>("fSepPic_DirFiles");
+    QVERIFY(lower);
+    const int before = w->listDirWidth();
+    lower->handle(1)->setFocus();
+    QTest::keyClick(lower->handle(1), Qt::Key_Right, Qt::ControlModifier);
+    QCOMPARE(w->listDirWidth(), before + 360);
+    QTest::keyClick(lower->handle(1), Qt::Key_Left, Qt::ShiftModifier);
+    QCOMPARE(w->listDirWidth(), before + 320);
+    // Up and Down do not move the left column's bar.
+    QTest::keyClick(lower->handle(1), Qt::Key_Up);
+    QCOMPARE(w->listDirWidth(), before + 320);
+    // The toggle goes to the farther of the two saved positions.
+    run.context.ini().put("Main", "% tree", "10|50");
+    w->toggleBar(tav::Bar::DirFiles);
+    const int total = w->width() * 15;
+    const int p1 = total * 10 / 100, p2 = total * 50 / 100;
+    QVERIFY(std::abs(w->listDirWidth() - p1) <= 15 || std::abs(w->listDirWidth() - p2) <= 15);
+    const int first = w->listDirWidth();
+    w->toggleBar(tav::Bar::DirFiles);
+    QVERIFY(w->listDirWidth() != first);
+    // Saved as it moves: the next start has it.
+    QCOMPARE(QString::fromStdString(run.context.ini().get(w->section(), "List Dir Width")),
+             QString::number(w->listDirWidth()));
 }
 
 void FileListWindowTest::windowsComeBackAfterARestart() {
