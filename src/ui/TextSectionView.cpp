@@ -1,14 +1,18 @@
 #include "ui/TextSectionView.h"
 
 #include <QFontDatabase>
+#include <QFuture>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QPromise>
 #include <QSignalBlocker>
+#include <QThreadPool>
 #include <QWheelEvent>
 #include <algorithm>
 #include <cmath>
 
+#include "viewer/FileBlockReader.h"
 #include "viewer/LineMeasure.h"
 
 namespace tav::ui {
@@ -62,21 +66,106 @@ bool TextSectionView::updateMeasure() {
     return changed;
 }
 
+TextSectionView::~TextSectionView() { dropPlain(); }
+
 // ------------------------------------------------------------- showing a file
 
 ShowFileResult TextSectionView::showFile(const QString& path, TextKind kind, int64_t startByte, const QString& title,
                                          const ShowFileOptions& options) {
+    dropPlain();
     updateMeasure();
     ShownText shown;
     shown.pafn = path.toStdString();
     shown.kind = kind;
     shown.title = title.toStdString();
+    if (kind == TextKind::Plain && fileLengthOf(shown.pafn) >= std::max<int64_t>(1, plainWorkerFrom_))
+        return startPlain(shown, startByte, options);
+    setBusyStatus({});
     busy_ = true;
     ShowFileResult result = tav::showFile(view_, shown, startByte, host_, options);
     busy_ = false;
     if (result.shown) shown_ = shown;
     afterMove();
     return result;
+}
+
+ShowFileResult TextSectionView::startPlain(const ShownText& shown, int64_t startByte, const ShowFileOptions& options) {
+    auto job = std::make_unique<PlainJob>();
+    job->shown = shown;
+    job->startByte = startByte;
+    job->options = options;
+    job->stop = std::make_shared<std::atomic<bool>>(false);
+
+    // The worker holds only its own copies: the path, the limit, the flag.
+    auto promise = std::make_shared<QPromise<PlainSource>>();
+    job->watcher = new QFutureWatcher<PlainSource>(this);
+    connect(job->watcher, &QFutureWatcherBase::finished, this, &TextSectionView::plainReady);
+    job->watcher->setFuture(promise->future());
+    promise->start();
+    QThreadPool::globalInstance()->start(
+        [promise, path = shown.pafn, limit = options.plainSourceLimit, stop = job->stop] {
+            PlainSource plain;
+            try {
+                plain = makePlainSource(path, limit, stop.get());
+            } catch (const std::bad_alloc&) {
+                plain = {};
+                plain.error = "File >>" + path + "<< cannot be processed. Insufficient space.";
+            }
+            promise->addResult(std::move(plain));
+            promise->finish();
+        });
+    plain_ = std::move(job);
+
+    ShowFileResult result;
+    result.shown = true;
+    result.pending = true;
+    result.busyStatus = busyStatusOf(shown.kind, shown.pafn);
+    result.status = result.busyStatus;
+    setBusyStatus(QString::fromStdString(result.busyStatus));
+    return result;
+}
+
+void TextSectionView::plainReady() {
+    if (!plain_) return;
+    // Taken off first: a handler of plainShown may start the next one.
+    std::unique_ptr<PlainJob> job = std::move(plain_);
+    QFutureWatcher<PlainSource>* watcher = job->watcher;
+    watcher->disconnect(this);
+    watcher->deleteLater();
+    const QFuture<PlainSource> future = watcher->future();
+    if (future.resultCount() < 1) {
+        setBusyStatus({});
+        return;
+    }
+    const PlainSource plain = future.result();
+    busy_ = true;
+    ShowFileResult result = tav::showFile(view_, job->shown, job->startByte, host_, job->options, &plain);
+    busy_ = false;
+    if (result.shown) shown_ = job->shown;
+    setBusyStatus({});
+    afterMove();
+    emit plainShown(result);
+}
+
+void TextSectionView::dropPlain() {
+    if (!plain_) return;
+    plain_->stop->store(true);
+    plain_->watcher->disconnect(this);
+    plain_->watcher->deleteLater();
+    plain_.reset();
+}
+
+void TextSectionView::stopPlain() {
+    if (!plain_) return;
+    dropPlain();
+    setBusyStatus({});
+}
+
+void TextSectionView::setBusyStatus(const QString& status) {
+    if (status == busyStatus_) return;
+    busyStatus_ = status;
+    update();
+    emit busyChanged(status);
 }
 
 void TextSectionView::refill() {
@@ -179,6 +268,16 @@ void TextSectionView::paintEvent(QPaintEvent*) {
         }
         ++row;
     }
+    if (!busyStatus_.isEmpty()) {
+        // The busy status stands at the foot, over what still shows.
+        const QFontMetrics fm(font());
+        const QRect band(area.left(), area.bottom() - fm.height() - 1, area.width(), fm.height() + 2);
+        p.fillRect(band, pal.brush(QPalette::ToolTipBase));
+        p.setPen(pal.color(QPalette::ToolTipText));
+        p.setFont(font());
+        p.drawText(band.adjusted(2, 0, -2, 0), Qt::AlignLeft | Qt::AlignVCenter,
+                   fm.elidedText(busyStatus_, Qt::ElideMiddle, band.width() - 4));
+    }
 }
 
 // ---------------------------------------------------------------- area events
@@ -207,6 +306,11 @@ void TextSectionView::keyPressEvent(QKeyEvent* event) {
     const bool shift = event->modifiers().testFlag(Qt::ShiftModifier);
     const bool ctrl = event->modifiers().testFlag(Qt::ControlModifier);
     const bool alt = event->modifiers().testFlag(Qt::AltModifier);
+    if (event->key() == Qt::Key_Escape && plain_ && !alt) {
+        stopPlain();
+        event->accept();
+        return;
+    }
     if (alt || busy_) {
         QWidget::keyPressEvent(event);
         return;

@@ -11,9 +11,17 @@
 //
 // The text block cache is taken by reference so that all views of the
 // program can share one; the message host shows the reader's messages.
+//
+// The plain text of a large file is made on a worker thread: until it is
+// ready the view goes on showing what it showed, with the busy status
+// painted at its foot; then the plain text shows and plainShown() tells the
+// owner. A newer showFile drops an older plain text still being made, and
+// Esc (or stopPlain) stops it.
+#include <QFutureWatcher>
 #include <QScrollBar>
 #include <QStringList>
 #include <QWidget>
+#include <atomic>
 #include <memory>
 #include <string>
 
@@ -30,11 +38,23 @@ class TextSectionView : public QWidget {
 public:
     TextSectionView(TextBlockCache& cache, MessageHost& host, ViewSettings settings = {}, QWidget* parent = nullptr);
 
+    ~TextSectionView() override;
+
     // Shows the file from `startByte`: "<empty file>" for an empty one.
     // The result carries the status texts; shown is false after a failure
-    // (its message has gone to the host).
+    // (its message has gone to the host). A plain text made on a worker
+    // comes back pending, with the busy status as its status: plainShown()
+    // brings the final result.
     ShowFileResult showFile(const QString& path, TextKind kind = TextKind::Raw, int64_t startByte = 1,
                             const QString& title = {}, const ShowFileOptions& options = {});
+    // Plain text of files from this many bytes on is made on a worker
+    // (smaller ones at once: the round trip would cost more than the work).
+    void setPlainWorkerFrom(int64_t bytes) { plainWorkerFrom_ = bytes; }
+    int64_t plainWorkerFrom() const { return plainWorkerFrom_; }
+    // A plain text is being made.
+    bool plainPending() const { return plain_ != nullptr; }
+    // The busy status while a plain text is made, else empty.
+    const QString& busyStatus() const { return busyStatus_; }
     // What shows, as shown by the last successful showFile.
     const ShownText& shownText() const { return shown_; }
 
@@ -55,9 +75,17 @@ public:
 
     QSize sizeHint() const override;
 
+public slots:
+    // Stops the plain text being made; what shows stays.
+    void stopPlain();
+
 signals:
     // After every move, refill or new file.
     void moved();
+    // The busy status while a plain text is made; empty when it is over.
+    void busyChanged(const QString& status);
+    // A plain text made on a worker has shown (result.shown) or failed.
+    void plainShown(const tav::ShowFileResult& result);
 
 protected:
     void paintEvent(QPaintEvent* event) override;
@@ -69,6 +97,20 @@ protected:
     void mouseMoveEvent(QMouseEvent* event) override;
 
 private:
+    // The plain text being made on a worker, and what to show it as.
+    struct PlainJob {
+        ShownText shown;
+        int64_t startByte = 1;
+        ShowFileOptions options;
+        std::shared_ptr<std::atomic<bool>> stop;
+        QFutureWatcher<PlainSource>* watcher = nullptr;
+    };
+
+    ShowFileResult startPlain(const ShownText& shown, int64_t startByte, const ShowFileOptions& options);
+    void plainReady();
+    // Forgets the job in hand, telling its worker to stop.
+    void dropPlain();
+    void setBusyStatus(const QString& status);
     void barAction(int action);
     void barValueChanged(int value);
     // The measure takes the widget's font and text area; true when it changed.
@@ -89,6 +131,9 @@ private:
     int barShown_ = -1;     // the value the bar was given for what shows
     bool busy_ = false;     // a move is under way: bar signals do not act
     int wheelRest_ = 0;     // wheel turns not yet worth a line
+    std::unique_ptr<PlainJob> plain_;
+    QString busyStatus_;
+    int64_t plainWorkerFrom_ = 64 * 1024;
 };
 
 }  // namespace tav::ui

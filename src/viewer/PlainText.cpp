@@ -199,11 +199,16 @@ std::string tidyText(std::string_view text, size_t maxLength, int maxBlankLines,
     return out;
 }
 
-std::string plainTextOf(std::string_view bytes) {
+std::string plainTextOf(std::string_view bytes, const std::function<bool()>& stopped) {
+    const auto stop = [&] { return stopped && stopped(); };
     // One step at a time, so that each step's input is freed before the next.
+    if (stop()) return {};
     std::string text = isValidUtf8(bytes) ? stripMarkup(bytes) : stripMarkup(cp1252ToUtf8(bytes));
+    if (stop()) return {};
     text = decodeEntities(text);
+    if (stop()) return {};
     text = tidyText(text, 0, 1, true);
+    if (stop()) return {};
     for (char& c : text)
         if (c == '\0' || c == '\t') c = '\x01';
     return text;

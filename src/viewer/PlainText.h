@@ -4,6 +4,7 @@
 // result tidied (one blank line at most in a row, line ends joined).
 // Input is the file's bytes; output is UTF-8 (bytes that are not valid
 // UTF-8 are read as Windows-1252).
+#include <functional>
 #include <string>
 #include <string_view>
 
@@ -21,6 +22,8 @@ std::string decodeEntities(std::string_view text);
 std::string tidyText(std::string_view text, size_t maxLength, int maxBlankLines, bool joinLineEnds);
 
 // The whole conversion, bytes in, display text out (bytes 0 and 9 as byte 1).
-std::string plainTextOf(std::string_view bytes);
+// `stopped`, when given, is asked between the steps: true ends the work with
+// an empty text.
+std::string plainTextOf(std::string_view bytes, const std::function<bool()>& stopped = {});
 
 }  // namespace tav

@@ -27,16 +27,21 @@ bool isDirectoryName(const std::string& pafn) {
 
 }  // namespace
 
-PlainSource makePlainSource(const std::string& path, int64_t sourceLimit) {
+PlainSource makePlainSource(const std::string& path, int64_t sourceLimit, const std::atomic<bool>* stop) {
     PlainSource plain;
+    const auto stopped = [stop] { return stop && stop->load(std::memory_order_relaxed); };
     FileRead r = readFileBytes(path, 1, sourceLimit);
     if (!r.ok()) {
         plain.error = std::move(r.error);
         return plain;
     }
     plain.cut = r.truncated;
-    std::string text = plainTextOf(r.bytes);
+    std::string text = plainTextOf(r.bytes, stopped);
     r.bytes = std::string();
+    if (stopped()) {
+        plain.stopped = true;
+        return plain;
+    }
     plain.source = std::make_shared<MemoryTextSource>(path, std::move(text), "Plain");
     return plain;
 }
@@ -50,6 +55,10 @@ ShowAction showActionNamed(std::string_view actionName) {
 
 const char* kindName(TextKind kind) { return kind == TextKind::Plain ? "Plain" : "Raw"; }
 
+std::string busyStatusOf(TextKind kind, const std::string& pafn) {
+    return std::string("Show ") + kindName(kind) + " text. <<>>" + pafn;
+}
+
 ShowFileResult showFile(TextView& view, const ShownText& shown, int64_t startByte, MessageHost& host,
                         const ShowFileOptions& options, const PlainSource* prepared) {
     ShowFileResult result;
@@ -59,16 +68,18 @@ ShowFileResult showFile(TextView& view, const ShownText& shown, int64_t startByt
         tell(host, "File for current line in file list is a directory. Show not done. File Name >>" + name + "<<");
         return result;
     }
-    result.busyStatus = "Show " + kind + " text. <<>>" + name;
+    result.busyStatus = busyStatusOf(shown.kind, name);
 
     bool ok = false;
     const int64_t length = fileLengthOf(name);
     if (length == 0) {
         view.showFixedText("<empty file>", 0);
         ok = true;
-    } else if (shown.kind == TextKind::Plain && length > 0) {
+    } else if (shown.kind == TextKind::Plain && (length > 0 || (prepared && prepared->source))) {
         const PlainSource plain = prepared ? *prepared : makePlainSource(name, options.plainSourceLimit);
-        if (!plain.source) {
+        if (plain.stopped) {
+            return result;  // the user stopped it: nothing to tell
+        } else if (!plain.source) {
             tell(host, plain.error);
         } else {
             result.plainCut = plain.cut;

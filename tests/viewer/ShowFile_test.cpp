@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <atomic>
+#include <filesystem>
+
 #include "support/ScriptedHost.h"
 #include "support/TempDir.h"
 #include "viewer/HexDump.h"
@@ -37,6 +40,21 @@ TEST_F(ShowFileTest, EmptyFileShowsTheNotice) {
         EXPECT_EQ(view.screen()[0].text, "<empty file>");
     }
     EXPECT_TRUE(host.asked().empty());
+}
+
+TEST_F(ShowFileTest, EmptyFileAfterASelectionShowsNoSelection) {
+    const std::string full = dir.write("full.txt", viewertest::numberedLines(50)).string();
+    const std::string empty = dir.write("empty.txt", "").string();
+    for (TextKind kind : {TextKind::Raw, TextKind::Plain}) {
+        ASSERT_TRUE(tav::showFile(view, {full, kind, ""}, 1, host).shown);
+        view.setSelection(3, 40);
+        ASSERT_FALSE(view.selection().empty());
+        ASSERT_TRUE(tav::showFile(view, {empty, kind, ""}, 1, host).shown);
+        EXPECT_TRUE(view.selection().empty());
+        EXPECT_EQ(view.selection().caret, 0);
+        const auto [from, to] = view.selectedPart(view.screen()[0]);
+        EXPECT_EQ(from, to);
+    }
 }
 
 TEST_F(ShowFileTest, RawShowsTheBytesAndStatusTexts) {
@@ -77,6 +95,32 @@ TEST_F(ShowFileTest, PlainOfABigFileIsMadeFromItsFirstPart) {
     EXPECT_TRUE(r.plainCut);
     view.toEnd();
     EXPECT_EQ(view.screen().back().text.substr(0, 7), "L000100");
+}
+
+TEST_F(ShowFileTest, PlainMadeAheadShowsAndAStoppedOneShowsNothing) {
+    const std::string path = dir.write("p.html", "<p>first</p>\n<p>second</p>\n").string();
+    const tav::PlainSource made = tav::makePlainSource(path);
+    ASSERT_TRUE(made.source);
+    EXPECT_FALSE(made.stopped);
+    std::filesystem::remove(path);  // made before the file went: it still shows
+    auto r = tav::showFile(view, {path, TextKind::Plain, ""}, 1, host, {}, &made);
+    ASSERT_TRUE(r.shown);
+    EXPECT_EQ(view.screen()[0].text, "first");
+    EXPECT_EQ(r.status, "Plain text from " + path);
+
+    const std::string other = dir.write("q.html", "<p>other</p>").string();
+    const std::atomic<bool> stop{true};
+    const tav::PlainSource stopped = tav::makePlainSource(other, tav::kPlainSourceLimit, &stop);
+    EXPECT_TRUE(stopped.stopped);
+    EXPECT_FALSE(stopped.source);
+    r = tav::showFile(view, {other, TextKind::Plain, ""}, 1, host, {}, &stopped);
+    EXPECT_FALSE(r.shown);
+    EXPECT_TRUE(host.asked().empty());
+}
+
+TEST_F(ShowFileTest, BusyStatusNamesKindAndFile) {
+    EXPECT_EQ(tav::busyStatusOf(TextKind::Plain, "/d/a.htm"), "Show Plain text. <<>>/d/a.htm");
+    EXPECT_EQ(tav::busyStatusOf(TextKind::Raw, "/d/a.htm"), "Show Raw text. <<>>/d/a.htm");
 }
 
 TEST_F(ShowFileTest, DirectoryAndUnreadableFileGiveMessages) {
