@@ -48,6 +48,11 @@ bool TextView::show(std::shared_ptr<const BlockSource> source, int64_t startByte
 }
 
 void TextView::showFixedText(const std::string& text, int64_t length) {
+    selection_ = {};
+    holdFixedText(text, length);
+}
+
+void TextView::holdFixedText(const std::string& text, int64_t length) {
     source_ = std::make_shared<MemoryTextSource>(name_, text, "Fixed");
     fixed_ = true;
     length_ = length;
@@ -107,7 +112,7 @@ bool TextView::syncTop() {
         return true;
     }
     if (fixed_) {
-        showFixedText(std::string(source_->read(1, source_->length()).text), length_);
+        holdFixedText(std::string(source_->read(1, source_->length()).text), length_);
         return true;
     }
     if (!readAt(topByte_)) return false;

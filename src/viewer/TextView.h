@@ -65,8 +65,9 @@ public:
     // be read (the reader's message has been shown); the view is then empty.
     bool show(std::shared_ptr<const BlockSource> source, int64_t startByte = 1);
     // Shows a short text that does not move (the empty-file notice); `length`
-    // is what the view reports as the file's length. A longer text held in
-    // memory, such as a grid cell, goes through show() with a MemoryTextSource.
+    // is what the view reports as the file's length. The last selection goes.
+    // A longer text held in memory, such as a grid cell, goes through show()
+    // with a MemoryTextSource.
     void showFixedText(const std::string& text, int64_t length);
 
     // Jump so that `byte` is on screen, its display line on top; at the end
@@ -124,6 +125,8 @@ private:
     Lines lineStarts(int64_t from, size_t maxLines) const;
     bool sourceEndHeld() const;
     bool syncTop();
+    // Puts a fixed text in the cache (again, after another view used it).
+    void holdFixedText(const std::string& text, int64_t length);
     bool readAt(int64_t byte);
     bool readBackward();
     void setTop(int64_t pos);

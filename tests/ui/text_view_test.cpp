@@ -60,6 +60,7 @@ private slots:
     void scrollBarArrowsAndPagesMoveLinesAndScreens();
     void scrollBarMiddleJumpsIntoTheMiddle();
     void emptyFileShowsTheNotice();
+    void emptyFileDropsTheLastSelection();
     void shortFileDoesNotMove();
     void resizingChangesTheVisibleLines();
     void growingAtTheEndKeepsTheLastLineAtTheBottom();
@@ -306,6 +307,19 @@ void TextViewTest::emptyFileShowsTheNotice() {
     // The next file replaces the notice.
     QVERIFY(w_->showFile(bigFile_).shown);
     QCOMPARE(w_->shownLines().front(), QString("line 000001"));
+}
+
+void TextViewTest::emptyFileDropsTheLastSelection() {
+    auto& w = openBig();
+    QTest::keyClick(&w, Qt::Key_Down, Qt::ShiftModifier);
+    QTest::keyClick(&w, Qt::Key_Down, Qt::ShiftModifier);
+    QVERIFY(!w.view().selection().empty());
+    const QString empty = QString::fromStdString(dir_->write("empty.txt", "").string());
+    QVERIFY(w.showFile(empty).shown);
+    QCOMPARE(w.shownLines(), QStringList{"<empty file>"});
+    QVERIFY(w.view().selection().empty());
+    QCOMPARE(w.view().selection().caret, 0);
+    QCOMPARE(w.selectedParts(), QStringList{""});
 }
 
 void TextViewTest::shortFileDoesNotMove() {
