@@ -170,10 +170,12 @@ TEST_F(SavedSetsTest, OverwriteAsksFirstAndNoLeavesTheSetAlone) {
     EXPECT_EQ(r.results, std::vector<std::string>{"cancelled."});
     EXPECT_EQ(saved("ISO dates", "Date Format"), "yyyy-mm-dd");
 
+    ini->put("ISO dates", "Grid Gone", "1", ini->qualify("LH_saved.ini"));
     host.answer(1);  // Yes
     r = SaveFormats(ctx);
     EXPECT_EQ(r.results, std::vector<std::string>{">> ISO dates << done."});
     EXPECT_EQ(saved("ISO dates", "Date Format"), "yyyy");
+    EXPECT_EQ(saved("ISO dates", "Grid Gone"), "*** not found ***");  // the set is replaced whole
     EXPECT_EQ(index("Saved Formats"), "ISO dates");  // listed once
     EXPECT_EQ(counted, std::vector<std::string>{"r:ISO dates"});
 }
