@@ -30,6 +30,10 @@ bool isDirectoryName(const std::string& pafn) {
 PlainSource makePlainSource(const std::string& path, int64_t sourceLimit, const std::atomic<bool>* stop) {
     PlainSource plain;
     const auto stopped = [stop] { return stop && stop->load(std::memory_order_relaxed); };
+    if (stopped()) {  // dropped while it waited for a thread
+        plain.stopped = true;
+        return plain;
+    }
     FileRead r = readFileBytes(path, 1, sourceLimit);
     if (!r.ok()) {
         plain.error = std::move(r.error);
