@@ -18,6 +18,7 @@
 #include "ui/ListSection.h"
 #include "ui/MainWindow.h"
 #include "ui/MenuBarBuilder.h"
+#include "ui/SavedSetCommands.h"
 #include "ui/ShowDataWindow.h"
 
 namespace tav::ui {
@@ -189,6 +190,8 @@ void AppCommands::registerHandlers() {
     onWindow("LEC", [](FileListWindow& w, const MenuCall&) { w.fixColumns(0); });
     onWindow("LEA", [](FileListWindow& w, const MenuCall&) { w.fixColumns(1); });
     onWindow("LER", [](FileListWindow& w, const MenuCall&) { w.fixColumns(-1); });
+
+    installSavedSetCommands(dispatch_, main_, app_);
 
     // Help.
     dispatch_.setHandler("HA", [&host](const MenuCall&) {

@@ -71,6 +71,15 @@ void FileListWindow::build() {
 
     text_ = new TextSectionView(app_.textCache(), app_.host());
     text_->setObjectName("fTextframe");
+    // A plain text made on a worker reports when it is there, or stopped.
+    connect(text_, &TextSectionView::plainShown, this, [this](const ShowFileResult& result) {
+        progress_ = fromStd(result.status);
+        emit statusChanged();
+    });
+    connect(text_, &TextSectionView::busyChanged, this, [this](const QString& busy) {
+        progress_ = busy;
+        emit statusChanged();
+    });
     outer_->addWidget(text_);
 
     lower_ = new QSplitter(Qt::Horizontal);

@@ -166,8 +166,16 @@ void MainWindow::runBusCommand(const BusCommand& command) {
     if (auto answer = commands_->dispatch().busCommand(caption, command.tag)) return;
     if (caption == "StartUpMsgs") {
         starting_ = false;
+        emit started();
     } else if (caption == "Show PopupAnd Hide Windows BugFix ") {
         // The saved state is put back and the list takes the focus.
+        if (isMinimized()) {
+            const int state = app_.ini().mode(kMissingEmpty).getInt("Main", "MDI WIN STATE");
+            if (state == 2)
+                showMaximized();
+            else
+                showNormal();
+        }
         if (FileListWindow* w = activeListWindow()) w->list()->setFocus();
     } else if (caption == "Enable Menus") {
         commands_->builder()->enableMenus();
@@ -187,6 +195,13 @@ void MainWindow::mainTick() {
     QWidget* focus = QApplication::focusWidget();
     if (focus && focus != mdi_ && !qobject_cast<QMdiSubWindow*>(focus)) return;
     if (FileListWindow* w = activeListWindow()) w->list()->setFocus();
+}
+
+void MainWindow::showAtStart() {
+    if (app_.ini().mode(kMissingEmpty).getBool("Main", "At Start Up Show MDI"))
+        show();
+    else
+        showMinimized();
 }
 
 void MainWindow::showStartTexts(bool firstRun) {

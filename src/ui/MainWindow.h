@@ -34,6 +34,9 @@ public:
     // The start: the windows of the last run, or the factory window. False
     // when none could be loaded (the failure message has been shown).
     bool loadWindows();
+    // Shows the window as `At Start Up Show MDI` says: in its saved state,
+    // or minimised until the end of the start.
+    void showAtStart();
     // The texts of the windows that show a Text section, at start.
     void showStartTexts(bool firstRun);
 
@@ -60,6 +63,10 @@ public:
     AppCommands* commands() const { return commands_; }
     // The main window's deferred action bus.
     BusTimer* bus() const { return bus_; }
+
+signals:
+    // The end of the start ("StartUpMsgs").
+    void started();
 
 protected:
     void closeEvent(QCloseEvent* event) override;

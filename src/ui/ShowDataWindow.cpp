@@ -56,6 +56,15 @@ ShowDataWindow::ShowDataWindow(Role role, TextBlockCache& cache, MessageHost& ho
         text_->setObjectName("fText");
         layout->addWidget(text_, 1);
         setFocusProxy(text_);
+        // A plain text made on a worker arrives later: its title and status then.
+        connect(text_, &TextSectionView::plainShown, this, [this](const ShowFileResult& result) {
+            const QString status = QString::fromStdString(result.status);
+            setWindowTitle(status);
+            setStatus(status);
+        });
+        connect(text_, &TextSectionView::busyChanged, this, [this](const QString& busy) {
+            if (!busy.isEmpty()) setStatus(busy);
+        });
     } else {
         cell_ = new QPlainTextEdit(this);
         cell_->setObjectName("fText");
@@ -137,8 +146,6 @@ bool ShowDataWindow::showFile(const QString& path, ShowKind kind, const QString&
     options.removeBlank = ini_.mode(kMissingEmpty).getBool("Main", "Show Raw remove blank");
     const int maxTitle = ini_.mode(kMissingEmpty).getInt("Main", "Text - max len title in status bar");
     if (maxTitle > 0) options.maxTitleInStatus = static_cast<size_t>(maxTitle);
-    // A new text starts without a selection (the empty-file notice would keep the last one).
-    text_->view().clearSelection();
     const ShowFileResult result =
         text_->showFile(path, kind == ShowKind::Plain ? TextKind::Plain : TextKind::Raw, startByte, title, options);
     if (!result.shown) {

@@ -160,9 +160,9 @@ TEST_F(WindowTypesTest, MultiTypesStoreTheLetterAndSwitchMultiDirs) {
 TEST_F(WindowTypesTest, StatusCarriesTheTypesDescription) {
     choose("L");
     EXPECT_EQ(ChangeWindowType(window, store, host).status[1], "List - files and directories listed one by one");
-    choose("Multi F");  // the section has no description of its own for it: that of F
+    choose("Multi F");
     EXPECT_EQ(ChangeWindowType(window, store, host).status[1],
-              "File List - files and directories of the selected directories");
+              "File List - files and directories of several directories chosen in the tree");
 }
 
 TEST_F(WindowTypesTest, OkWithNothingTickedCountsAsCancel) {
