@@ -1,11 +1,14 @@
 // tavelo list: makes a file list and prints it, a header line of the shown
-// columns' captions and one tab-separated line a row.
+// columns' captions and one line a row, tab-separated or CSV. A list that
+// needs no sort is printed while it is made.
 #include <ostream>
 #include <string>
 #include <vector>
 
 #include "cli/Commands.h"
 #include "cli/ListOptions.h"
+#include "cli/ListRowPrinter.h"
+#include "cli/ListStreamSink.h"
 #include "filelist/JobContext.h"
 #include "filelist/ListJob.h"
 #include "filelist/RowTable.h"
@@ -43,6 +46,13 @@ int runList(const CommandContext& ctx) {
     if (!problem.empty()) return usage(ctx, problem);
 
     JobContext job;
+    if (listCanStream(a, run.sortTypes)) {
+        ListRowPrinter printer(ctx.out, a.csv ? ListStyle::Csv : ListStyle::Tabs);
+        ListStreamSink sink(printer, static_cast<std::size_t>(a.limit));
+        FindAndListFiles(run.spec, job, sink);
+        printListEnd(ctx, sink.errors(), sink.totals(), a, "list");
+        return 0;
+    }
     RowTable table;
     setUpTable(a, table);
     FindAndListFiles(run.spec, job, table);

@@ -4,9 +4,9 @@
 #include <filesystem>
 #include <ostream>
 
+#include "cli/ListRowPrinter.h"
 #include "cli/OptionWord.h"
 #include "core/ListText.h"
-#include "core/Utf8.h"
 #include "filelist/ColumnLayout.h"
 #include "filelist/ColumnTypes.h"
 
@@ -27,7 +27,10 @@ const char* const kListOptionsUsage =
     "  --lower             names and paths in lower case\n"
     "  --threads N         read files on N threads (rows keep their order)\n"
     "  --limit N           stop after N rows\n"
-    "  --errors            print the error list on standard error\n";
+    "  --errors            print the error list on standard error\n"
+    "  --csv               CSV lines, every field in double quotes, instead of tab-separated lines\n"
+    "  --separator S       separator of the list columns (tags, addresses; default ',')\n"
+    "  --end-tags          count html end tags with the tags\n";
 
 namespace {
 
@@ -57,15 +60,6 @@ std::string readColumns(const std::string& list, EngineSession* session, std::ve
     return {};
 }
 
-// A cell as one field of a printed line: UTF-8 (names that are not are read
-// as Windows-1252), with no tabs or line ends of its own.
-std::string printable(const std::string& cell) {
-    std::string text = toUtf8(cell);
-    for (char& c : text)
-        if (c == '\t' || c == '\n' || c == '\r') c = ' ';
-    return text;
-}
-
 }  // namespace
 
 bool takeListOption(const std::vector<std::string>& args, std::size_t& i, ListArgs& a, std::string& problem) {
@@ -90,7 +84,7 @@ bool takeListOption(const std::vector<std::string>& args, std::size_t& i, ListAr
     };
     static const char* const kFlags[] = {"--subdirs", "--dirs",       "--no-dirs", "--lower",    "--dirs-to-top",
                                          "--hidden",  "--system",     "--descending", "--case", "--renumber",
-                                         "--errors"};
+                                         "--errors", "--csv", "--end-tags"};
     bool flag = false;
     for (const char* name : kFlags) flag = flag || opt == name;
     if (flag && hasValue) {
@@ -146,6 +140,15 @@ bool takeListOption(const std::vector<std::string>& args, std::size_t& i, ListAr
         a.renumber = true;
     } else if (opt == "--errors") {
         a.errors = true;
+    } else if (opt == "--csv") {
+        a.csv = true;
+    } else if (opt == "--end-tags") {
+        a.endTags = true;
+    } else if (opt == "--separator") {
+        if (!take(a.separator))
+            problem = "option --separator needs a text";
+        else if (a.separator.empty())
+            problem = "option --separator needs a text, not an empty one";
     } else if (opt.size() > 1 && opt[0] == '-') {
         return false;
     } else {
@@ -208,6 +211,8 @@ std::string prepareListRun(const CommandContext& ctx, const ListArgs& a, bool se
     spec.content.options.PBytL = a.lastPlain;
     spec.content.options.Only1stPart = a.firstPart > 0;
     spec.content.options.Only1stByt = a.firstPart;
+    if (!a.separator.empty()) spec.content.options.LstSep = a.separator;
+    spec.content.options.IncEndTag = a.endTags;
     spec.lowerCaseNames = a.lower;
     spec.contentThreads = static_cast<int>(a.threads);
     return {};
@@ -228,28 +233,24 @@ void printListTable(const CommandContext& ctx, RowTable& table, const ListArgs& 
         SortRows(table, order);
     }
     if (a.renumber) Renumber(table);
+    {
+        ListRowPrinter printer(ctx.out, a.csv ? ListStyle::Csv : ListStyle::Tabs);
+        printer.begin(table.columns());
+        for (const Row& r : table.rows()) printer.row(r);
+    }
+    printListEnd(ctx, table.errors(), table.totals(), a, command);
+}
 
-    const std::vector<ListColumn>& columns = table.columns();
-    std::vector<std::size_t> shown;
-    for (std::size_t i = 0; i < columns.size(); ++i)
-        if (!columns[i].hidden && !columns[i].isKey) shown.push_back(i);
-    std::string line;
-    for (std::size_t i = 0; i < shown.size(); ++i) {
-        if (i) line += '\t';
-        line += columns[shown[i]].caption;
-    }
-    ctx.out << line << '\n';
-    for (const Row& r : table.rows()) {
-        line.clear();
-        for (std::size_t i = 0; i < shown.size(); ++i) {
-            if (i) line += '\t';
-            if (shown[i] < r.cells.size()) line += printable(r.cells[shown[i]]);
-        }
-        ctx.out << line << '\n';
-    }
+bool listCanStream(const ListArgs& a, const std::vector<int>& sortTypes) {
+    return sortTypes.empty() && !a.renumber && !a.dirsToTop;
+}
+
+void printListEnd(const CommandContext& ctx, const std::vector<FileErrorLine>& errors, const ListTotals& totals,
+                  const ListArgs& a, const std::string& command) {
+    ctx.out.flush();
     if (a.errors)
-        for (const FileErrorLine& e : table.errors()) ctx.err << e.text << '\n';
-    if (!table.totals().message.empty()) ctx.err << "tavelo " << command << ":" << table.totals().message << '\n';
+        for (const FileErrorLine& e : errors) ctx.err << e.text << '\n';
+    if (!totals.message.empty()) ctx.err << "tavelo " << command << ":" << totals.message << '\n';
 }
 
 }  // namespace tav::cli

@@ -35,6 +35,9 @@ struct ListArgs {
     std::int64_t firstPart = 0;
     std::int64_t threads = 1;
     bool lower = false;
+    bool csv = false;        // CSV lines, every field quoted, instead of tabs
+    std::string separator;   // separator of the list columns (`.l`); empty: the default
+    bool endTags = false;    // `Include html end tags` (`.s`)
     std::vector<std::string> entries;
 };
 
@@ -68,5 +71,14 @@ void setUpTable(const ListArgs& a, RowTable& table);
 // list (with --errors) and the run's message behind "tavelo <command>:".
 void printListTable(const CommandContext& ctx, RowTable& table, const ListArgs& a, const std::vector<int>& sortTypes,
                     const std::string& command);
+
+// True when the rows can be printed as they come: no sort, no renumbering,
+// no directories moved to the top.
+bool listCanStream(const ListArgs& a, const std::vector<int>& sortTypes);
+
+// The tail of a run on stderr: the error list (with --errors) and the run's
+// message behind "tavelo <command>:".
+void printListEnd(const CommandContext& ctx, const std::vector<FileErrorLine>& errors, const ListTotals& totals,
+                  const ListArgs& a, const std::string& command);
 
 }  // namespace tav::cli

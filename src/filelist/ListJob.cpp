@@ -6,7 +6,8 @@
 
 #include "core/AppError.h"
 #include "filelist/FormatCellPut.h"
-#include "filelist/FormatDateMask.h"
+#include "filelist/FormatFileTimeCell.h"
+#include "filelist/FormatIntegerCell.h"
 #include "filelist/FormatLocalTime.h"
 #include "filelist/ListSpec.h"
 
@@ -225,11 +226,6 @@ private:
         return !stopped_ && !job_.stopRequested();
     }
 
-    std::string dateText(std::int64_t seconds, std::string_view mask) {
-        FormatResult r = formatDateTime(clock_.fromPosix(seconds), mask);
-        return r.ok() ? std::move(r.text) : std::string();
-    }
-
     bool wanted(int colType) const { return layout_.wanted(colType); }
 
     // `FillRow` on the job's own thread. Content first: a stop inside a long
@@ -301,11 +297,10 @@ private:
         if (!baseDir_.empty() && path.compare(0, baseDir_.size(), baseDir_) == 0)
             path = std::string("..") + kSep + path.substr(baseDir_.size());
 
-        PutCell(col::Number, std::to_string(totals_.filesListed));
+        PutInteger(col::Number, totals_.filesListed);
         PutCell(col::FileName, name);
         PutCell(col::Type, type);
-        if (wanted(col::Date)) PutCell(col::Date, dateText(item.modified, kListDateMask));
-        if (wanted(col::Time)) PutCell(col::Time, dateText(item.modified, kListTimeMask));
+        PutFileTimes(col::Date, col::Time, item.modified);
         PutCell(col::FilePath, path);
         if (wanted(col::Attrib)) {
             std::string attrib;
@@ -315,13 +310,11 @@ private:
             PutCell(col::Attrib, attrib);
         }
         if (!item.isDirectory) {
-            PutCell(col::Size, std::to_string(item.size));
+            PutInteger(col::Size, item.size);
             if (item.size > 0) totals_.bytesListed += item.size;
         }
-        if (wanted(col::CreatedDate)) PutCell(col::CreatedDate, dateText(item.created, kListDateMask));
-        if (wanted(col::CreatedTime)) PutCell(col::CreatedTime, dateText(item.created, kListTimeMask));
-        if (wanted(col::ReadDate)) PutCell(col::ReadDate, dateText(item.accessed, kListDateMask));
-        if (wanted(col::ReadTime)) PutCell(col::ReadTime, dateText(item.accessed, kListTimeMask));
+        PutFileTimes(col::CreatedDate, col::CreatedTime, item.created);
+        PutFileTimes(col::ReadDate, col::ReadTime, item.accessed);
 
         if (verdict) {
             PutCell(col::FoundValue, verdict->found.value, true);
@@ -375,6 +368,46 @@ private:
         } else {
             row_[pos] = clean ? cleanCell(value) : std::string(value);
         }
+    }
+
+    // The date and time columns of one file time, converted once. The cells
+    // are made straight from the civil time; a key that may grow takes the
+    // long way, through the value text.
+    void PutFileTimes(int dateColType, int timeColType, std::int64_t seconds) {
+        if (!wanted(dateColType) && !wanted(timeColType)) return;
+        const CivilDateTime when = clock_.fromPosix(seconds);
+        PutFileTime(dateColType, when, FileTimePart::Date);
+        PutFileTime(timeColType, when, FileTimePart::Time);
+    }
+
+    void PutFileTime(int colType, const CivilDateTime& when, FileTimePart part) {
+        if (!wanted(colType)) return;
+        const std::size_t pos = static_cast<std::size_t>(layout_.position[static_cast<std::size_t>(colType)]);
+        const int key = layout_.keyColumn[static_cast<std::size_t>(colType)];
+        if (key >= 0 && layout_.columns[static_cast<std::size_t>(key)].keyMayGrow) {
+            PutCell(colType, fileTimeValueText(when, part));
+            return;
+        }
+        row_[pos] = fileTimeCell(when, part, layout_.columns[pos].mask);
+        if (key >= 0) row_[static_cast<std::size_t>(key)] = fileTimeCell(when, part, keyMasks_[static_cast<std::size_t>(key)]);
+    }
+
+    // A whole number (size, row number) the same way.
+    void PutInteger(int colType, std::int64_t value) {
+        if (!wanted(colType)) return;
+        const std::size_t pos = static_cast<std::size_t>(layout_.position[static_cast<std::size_t>(colType)]);
+        const int key = layout_.keyColumn[static_cast<std::size_t>(colType)];
+        if (key >= 0) {
+            const std::size_t k = static_cast<std::size_t>(key);
+            std::size_t digits = 1;
+            for (std::int64_t v = value; v >= 10; v /= 10) ++digits;
+            if (value < 0 || (layout_.columns[k].keyMayGrow && digits > keyMasks_[k].size())) {
+                PutCell(colType, std::to_string(value));
+                return;
+            }
+            row_[k] = integerCell(value, keyMasks_[k]);
+        }
+        row_[pos] = integerCell(value, layout_.columns[pos].mask);
     }
 
     const ListJobSpec& spec_;
