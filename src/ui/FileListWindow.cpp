@@ -166,6 +166,12 @@ void FileListWindow::applyState() {
     list_->applyWindow(state_);
     applySizes();
     applying_ = false;
+    syncTree();
+    emit captionChanged(caption());
+}
+
+void FileListWindow::syncTree() {
+    const bool was = applying_;
     applying_ = true;
     const std::string spec = state_.value("Last Dir");
     tree_->setMultiDirs(state_.flag("Multi Dirs"));
@@ -177,8 +183,7 @@ void FileListWindow::applyState() {
         const auto dirs = splitItems(spec);
         if (!dirs.empty() && !dirs.front().empty()) tree_->showDirectory(fromStd(expandHome(dirs.front())));
     }
-    applying_ = false;
-    emit captionChanged(caption());
+    applying_ = was;
 }
 
 void FileListWindow::applySizes() {
@@ -252,6 +257,7 @@ QString FileListWindow::caption() const {
 }
 
 void FileListWindow::refresh() {
+    syncTree();
     RefreshSpec spec = makeRefreshSpec(state_, app_.ini());
     errors_.clear();
     for (const std::string& p : spec.problems) errors_ << fromStd(p);

@@ -151,6 +151,8 @@ private:
     void build();
     void applyState();
     void applySizes();
+    // The tree shows the listed directory, or ticks the listed ones with `Multi Dirs`.
+    void syncTree();
     void saveSizes();
     void onRefreshFinished(const ListTotals& totals);
     void runBusCommand(const std::string& caption, const std::string& tag);
