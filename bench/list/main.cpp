@@ -21,8 +21,8 @@
 // file, the floor of any content refresh). On the small tree, the same
 // against the lxml extraction script when /usr/bin/python3 has lxml.
 //
-// Commands run in rounds (each command once a round) so that a slow phase of
-// the machine hits every command alike. The page cache is warmed before each
+// Commands run in rounds (each command once a round, the order turned by one
+// each round) so that a slow phase of the machine hits every command alike. The page cache is warmed before each
 // group. Prints median, min and max of each command and the ratios
 // Tavelo / anchor with the targets.
 #include <sys/wait.h>
@@ -124,7 +124,10 @@ void measure(std::vector<Command*> cmds, int runs) {
         }
     }
     for (int r = 0; r < runs; ++r) {
-        for (Command* c : cmds) {
+        // Each round starts one command further on, so that no command is
+        // always the one that runs first (or right after another's load).
+        for (std::size_t k = 0; k < cmds.size(); ++k) {
+            Command* c = cmds[(k + static_cast<std::size_t>(r)) % cmds.size()];
             if (c->failed) continue;
             const auto start = Clock::now();
             const bool ok = runShell(c->shell);
