@@ -9,26 +9,28 @@
 
 namespace tav {
 
+// A mask read into steps; `plain` false when it is not a plain mask.
+struct PlainDateMask {
+    enum class Op : unsigned char {
+        Literal, Day, Day2, Month, Month2, MonthShort, Year2, Year4, Hour, Hour2, Minute, Minute2, Second, Second2, AmPm
+    };
+    struct Step {
+        Op op;
+        char text[5] = {};  // Literal: the character; AmPm: "AM" and "PM" as the mask writes them
+    };
+    bool plain = false;
+    bool twelveHour = false;
+    std::vector<Step> steps;
+};
+
 namespace {
 
 constexpr std::array<const char*, 12> kMonthShort = {"Jan", "Feb", "Mar", "Apr", "May", "Jun",
                                                      "Jul", "Aug", "Sep", "Oct", "Nov", "Dec"};
 
-enum class Op : unsigned char {
-    Literal, Day, Day2, Month, Month2, MonthShort, Year2, Year4, Hour, Hour2, Minute, Minute2, Second, Second2, AmPm
-};
-
-struct Step {
-    Op op;
-    char text[5] = {};  // Literal: the character; AmPm: "AM" and "PM" as the mask writes them
-};
-
-// A mask read into steps; `plain` false when it is not a plain mask.
-struct Plan {
-    bool plain = false;
-    bool twelveHour = false;
-    std::vector<Step> steps;
-};
+using Plan = PlainDateMask;
+using Op = PlainDateMask::Op;
+using Step = PlainDateMask::Step;
 
 char lower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
 bool isUpper(char c) { return c >= 'A' && c <= 'Z'; }
@@ -127,19 +129,53 @@ const Plan& planFor(std::string_view mask) {
     return cache.get(mask, readPlan);
 }
 
-void number(std::string& out, int v) {
-    char buf[12];
-    int n = 0;
-    do {
-        buf[n++] = static_cast<char>('0' + v % 10);
-        v /= 10;
-    } while (v > 0);
-    while (n > 0) out += buf[--n];
-}
-
-void twoDigits(std::string& out, int v) {
-    out += static_cast<char>('0' + v / 10 % 10);
-    out += static_cast<char>('0' + v % 10);
+void writePlain(const CivilDateTime& v, const Plan& plan, std::string& out) {
+    char text[64];
+    std::size_t n = 0;
+    auto put = [&](char c) {
+        if (n < sizeof text) text[n++] = c;
+    };
+    auto number = [&](int value) {
+        if (value >= 10) put(static_cast<char>('0' + value / 10 % 10));
+        put(static_cast<char>('0' + value % 10));
+    };
+    auto two = [&](int value) {
+        put(static_cast<char>('0' + value / 10 % 10));
+        put(static_cast<char>('0' + value % 10));
+    };
+    const int hour = plan.twelveHour ? (v.hour % 12 == 0 ? 12 : v.hour % 12) : v.hour;
+    for (const Step& s : plan.steps) {
+        if (n + 8 > sizeof text) {
+            out.append(text, n);
+            n = 0;
+        }
+        switch (s.op) {
+            case Op::Literal: put(s.text[0]); break;
+            case Op::Day: number(v.day); break;
+            case Op::Day2: two(v.day); break;
+            case Op::Month: number(v.month); break;
+            case Op::Month2: two(v.month); break;
+            case Op::MonthShort:
+                for (int k = 0; k < 3; ++k) put(kMonthShort[static_cast<std::size_t>(v.month - 1)][k]);
+                break;
+            case Op::Year2: two(v.year % 100); break;
+            case Op::Year4:
+                two(v.year / 100);
+                two(v.year % 100);
+                break;
+            case Op::Hour: number(hour); break;
+            case Op::Hour2: two(hour); break;
+            case Op::Minute: number(v.minute); break;
+            case Op::Minute2: two(v.minute); break;
+            case Op::Second: number(v.second); break;
+            case Op::Second2: two(v.second); break;
+            case Op::AmPm:
+                put(s.text[v.hour < 12 ? 0 : 2]);
+                put(s.text[v.hour < 12 ? 1 : 3]);
+                break;
+        }
+    }
+    out.append(text, n);
 }
 
 }  // namespace
@@ -148,29 +184,7 @@ bool plainDateMaskText(const CivilDateTime& v, std::string_view mask, std::strin
     if (!isValidCivil(v)) return false;
     const Plan& plan = planFor(mask);
     if (!plan.plain) return false;
-    const int hour = plan.twelveHour ? (v.hour % 12 == 0 ? 12 : v.hour % 12) : v.hour;
-    for (const Step& s : plan.steps) {
-        switch (s.op) {
-            case Op::Literal: out += s.text[0]; break;
-            case Op::Day: number(out, v.day); break;
-            case Op::Day2: twoDigits(out, v.day); break;
-            case Op::Month: number(out, v.month); break;
-            case Op::Month2: twoDigits(out, v.month); break;
-            case Op::MonthShort: out.append(kMonthShort[static_cast<std::size_t>(v.month - 1)], 3); break;
-            case Op::Year2: twoDigits(out, v.year % 100); break;
-            case Op::Year4:
-                twoDigits(out, v.year / 100);
-                twoDigits(out, v.year % 100);
-                break;
-            case Op::Hour: number(out, hour); break;
-            case Op::Hour2: twoDigits(out, hour); break;
-            case Op::Minute: number(out, v.minute); break;
-            case Op::Minute2: twoDigits(out, v.minute); break;
-            case Op::Second: number(out, v.second); break;
-            case Op::Second2: twoDigits(out, v.second); break;
-            case Op::AmPm: out.append(s.text + (v.hour < 12 ? 0 : 2), 2); break;
-        }
-    }
+    writePlain(v, plan, out);
     return true;
 }
 
@@ -198,6 +212,21 @@ std::string fileTimeCell(const CivilDateTime& when, FileTimePart part, std::stri
     std::string out;
     if (!mask.empty() && plainDateMaskText(fileTimePart(when, part), mask, out)) return out;
     return displayFromKey(fileTimeValueText(when, part), mask);
+}
+
+FileTimeCellMask::FileTimeCellMask(std::string_view mask) : mask_(mask) {
+    auto plan = std::make_shared<PlainDateMask>(readPlan(mask));
+    if (plan->plain) plain_ = std::move(plan);
+}
+
+std::string FileTimeCellMask::cell(const CivilDateTime& when, FileTimePart part) const {
+    if (!isValidCivil(when)) return {};
+    std::string out;
+    if (plain_) {
+        writePlain(fileTimePart(when, part), *plain_, out);
+        return out;
+    }
+    return displayFromKey(fileTimeValueText(when, part), mask_);
 }
 
 }  // namespace tav

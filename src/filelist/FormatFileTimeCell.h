@@ -5,6 +5,7 @@
 // every cell of every row is a date written out, read back and written
 // again; here the cell is made straight from the civil time when the mask
 // is a plain one, and the long way otherwise, with the same text either way.
+#include <memory>
 #include <string>
 #include <string_view>
 
@@ -33,5 +34,20 @@ std::string fileTimeCell(const CivilDateTime& when, FileTimePart part, std::stri
 // `/`, `-`, `.`, `:` and `,`. True and the text in `out` for such a mask;
 // false for any other, and `out` is left as it was.
 bool plainDateMaskText(const CivilDateTime& value, std::string_view mask, std::string& out);
+
+struct PlainDateMask;
+
+// A mask read once for all the cells of a column.
+class FileTimeCellMask {
+public:
+    FileTimeCellMask() = default;
+    explicit FileTimeCellMask(std::string_view mask);
+    // The same text as fileTimeCell(when, part, mask).
+    std::string cell(const CivilDateTime& when, FileTimePart part) const;
+
+private:
+    std::string mask_;
+    std::shared_ptr<const PlainDateMask> plain_;  // null: not a plain mask
+};
 
 }  // namespace tav

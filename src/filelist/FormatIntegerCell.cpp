@@ -42,20 +42,33 @@ const Plan& planFor(std::string_view mask) {
 
 }  // namespace
 
-bool plainIntegerMaskText(std::int64_t value, std::string_view mask, std::string& out) {
-    if (value < 0) return false;
-    const Plan& plan = planFor(mask);
-    if (!plan.plain || plan.zeroRun > 20) return false;  // longer ones go the long way
+namespace {
+
+// The digits of a value of 0 or more, at least `zeroRun` of them, grouped
+// by thousands if asked.
+void writePlain(std::int64_t value, bool grouping, std::size_t zeroRun, std::string& out) {
     char digits[24];
     std::size_t n = 0;
     for (std::uint64_t v = static_cast<std::uint64_t>(value); v > 0; v /= 10)
         digits[n++] = static_cast<char>('0' + v % 10);
-    while (n < plan.zeroRun) digits[n++] = '0';
+    while (n < zeroRun) digits[n++] = '0';
     // digits[] holds them from the right.
+    char text[32];
+    std::size_t length = 0;
     for (std::size_t k = n; k > 0; --k) {
-        out += digits[k - 1];
-        if (plan.grouping && k - 1 > 0 && (k - 1) % 3 == 0) out += ',';
+        text[length++] = digits[k - 1];
+        if (grouping && k - 1 > 0 && (k - 1) % 3 == 0) text[length++] = ',';
     }
+    out.append(text, length);
+}
+
+}  // namespace
+
+bool plainIntegerMaskText(std::int64_t value, std::string_view mask, std::string& out) {
+    if (value < 0) return false;
+    const Plan& plan = planFor(mask);
+    if (!plan.plain || plan.zeroRun > 20) return false;  // longer ones go the long way
+    writePlain(value, plan.grouping, plan.zeroRun, out);
     return true;
 }
 
@@ -63,6 +76,22 @@ std::string integerCell(std::int64_t value, std::string_view mask) {
     std::string out;
     if (!mask.empty() && plainIntegerMaskText(value, mask, out)) return out;
     return displayFromKey(std::to_string(value), mask);
+}
+
+IntegerCellMask::IntegerCellMask(std::string_view mask) : mask_(mask) {
+    const Plan plan = readPlan(mask);
+    plain_ = plan.plain && plan.zeroRun <= 20;
+    grouping_ = plan.grouping;
+    zeroRun_ = plan.zeroRun;
+}
+
+std::string IntegerCellMask::cell(std::int64_t value) const {
+    std::string out;
+    if (plain_ && value >= 0) {
+        writePlain(value, grouping_, zeroRun_, out);
+        return out;
+    }
+    return displayFromKey(std::to_string(value), mask_);
 }
 
 }  // namespace tav

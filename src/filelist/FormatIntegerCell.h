@@ -18,4 +18,19 @@ bool plainIntegerMaskText(std::int64_t value, std::string_view mask, std::string
 // value's digits put through the mask (`displayFromKey`).
 std::string integerCell(std::int64_t value, std::string_view mask);
 
+// A mask read once for all the cells of a column.
+class IntegerCellMask {
+public:
+    IntegerCellMask() = default;
+    explicit IntegerCellMask(std::string_view mask);
+    // The same text as integerCell(value, mask).
+    std::string cell(std::int64_t value) const;
+
+private:
+    std::string mask_;
+    bool plain_ = false;
+    bool grouping_ = false;
+    std::size_t zeroRun_ = 0;
+};
+
 }  // namespace tav

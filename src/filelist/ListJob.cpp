@@ -47,6 +47,8 @@ public:
         for (const ListColumn& c : layout_.columns) {
             keyMasks_.push_back(c.isKey ? c.mask : std::string());
             keyGrew_.push_back(false);
+            timeMasks_.emplace_back(c.mask);
+            integerMasks_.emplace_back(c.mask);
         }
         searchReads_ = test_ && test_->testsContent();
         readFiles_ = layout_.readContent;
@@ -360,6 +362,8 @@ private:
             if (texts.keyGrew) {
                 keyMasks_[k] = texts.keyMask;
                 keyGrew_[k] = true;
+                timeMasks_[k] = FileTimeCellMask(keyMasks_[k]);
+                integerMasks_[k] = IntegerCellMask(keyMasks_[k]);
             }
             row_[k] = std::move(texts.key);
             row_[pos] = clean && displayMask.empty() ? cleanCell(texts.display) : std::move(texts.display);
@@ -388,8 +392,8 @@ private:
             PutCell(colType, fileTimeValueText(when, part));
             return;
         }
-        row_[pos] = fileTimeCell(when, part, layout_.columns[pos].mask);
-        if (key >= 0) row_[static_cast<std::size_t>(key)] = fileTimeCell(when, part, keyMasks_[static_cast<std::size_t>(key)]);
+        row_[pos] = timeMasks_[pos].cell(when, part);
+        if (key >= 0) row_[static_cast<std::size_t>(key)] = timeMasks_[static_cast<std::size_t>(key)].cell(when, part);
     }
 
     // A whole number (size, row number) the same way.
@@ -405,9 +409,9 @@ private:
                 PutCell(colType, std::to_string(value));
                 return;
             }
-            row_[k] = integerCell(value, keyMasks_[k]);
+            row_[k] = integerMasks_[k].cell(value);
         }
-        row_[pos] = integerCell(value, layout_.columns[pos].mask);
+        row_[pos] = integerMasks_[pos].cell(value);
     }
 
     const ListJobSpec& spec_;
@@ -424,6 +428,10 @@ private:
     LocalTimeConverter clock_;
     std::vector<std::string> keyMasks_;
     std::vector<bool> keyGrew_;
+    // The masks of each grid column (the key mask for a key column), read
+    // once for the dates, times and numbers of every row.
+    std::vector<FileTimeCellMask> timeMasks_;
+    std::vector<IntegerCellMask> integerMasks_;
     std::vector<std::string> row_;
     std::string baseDir_;
     ListTotals totals_;

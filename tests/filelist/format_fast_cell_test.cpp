@@ -71,12 +71,14 @@ TEST(FileTimeCell, PlainMasksAreMadeStraightFromTheCivilTime) {
 
 TEST(FileTimeCell, EveryMaskGivesTheTextOfTheLongWay) {
     for (const MaskRow& row : kMasks) {
+        const tav::FileTimeCellMask column(row.mask);
         for (const CivilDateTime& when : times()) {
             for (FileTimePart part : {FileTimePart::Date, FileTimePart::Time}) {
                 const std::string longWay = tav::displayFromKey(tav::fileTimeValueText(when, part), row.mask);
                 EXPECT_EQ(tav::fileTimeCell(when, part, row.mask), longWay)
                     << "mask '" << row.mask << "' " << ::testing::PrintToString(when)
                     << (part == FileTimePart::Date ? " date" : " time");
+                EXPECT_EQ(column.cell(when, part), longWay) << "column mask '" << row.mask << "'";
             }
         }
     }
@@ -102,6 +104,7 @@ TEST(FileTimeCell, KnownTexts) {
 TEST(FileTimeCell, TimesOutOfTheRangeOfDatesGiveEmptyCells) {
     for (const CivilDateTime& when : {at(10000, 1, 1, 0, 0, 0), at(99, 12, 31, 23, 0, 0)}) {
         EXPECT_EQ(tav::fileTimeValueText(when, FileTimePart::Date), "");
+        EXPECT_EQ(tav::FileTimeCellMask("dd mmm yyyy").cell(when, FileTimePart::Date), "");
         EXPECT_EQ(tav::fileTimeCell(when, FileTimePart::Date, "dd mmm yyyy"), "");
         EXPECT_EQ(tav::fileTimeCell(when, FileTimePart::Time, "hh:nn:ss"), "");
         EXPECT_EQ(tav::fileTimeCell(when, FileTimePart::Time, "dddd"), "");
@@ -136,10 +139,12 @@ TEST(IntegerCell, PlainMasksAreMadeStraightFromTheValue) {
 
 TEST(IntegerCell, EveryMaskGivesTheTextOfTheLongWay) {
     for (const NumberMaskRow& row : kNumberMasks) {
+        const tav::IntegerCellMask column(row.mask);
         for (std::int64_t value : kNumbers) {
             for (std::int64_t v : {value, -value}) {
-                EXPECT_EQ(tav::integerCell(v, row.mask), tav::displayFromKey(std::to_string(v), row.mask))
-                    << "mask '" << row.mask << "' value " << v;
+                const std::string longWay = tav::displayFromKey(std::to_string(v), row.mask);
+                EXPECT_EQ(tav::integerCell(v, row.mask), longWay) << "mask '" << row.mask << "' value " << v;
+                EXPECT_EQ(column.cell(v), longWay) << "column mask '" << row.mask << "' value " << v;
             }
         }
     }
