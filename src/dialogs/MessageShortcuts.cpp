@@ -112,30 +112,44 @@ bool MBSequence(MessageHost& host, std::string_view title, std::string_view prom
     const int down = MBAddButton("Do&wn", buttons, false);
     const int ok = MBAddButton(okCaption, buttons, false);
     const int cancel = MBAddButton(cancelCaption, buttons, false);
+    const std::string options = mbopt::esc(cancel) + mbopt::dfltButton(ok);
     std::vector<std::string> order = items;
     int selected = 0;
-    while (true) {
+    bool first = true;
+    bool done = false;
+    bool accepted = false;
+    // The box stays on screen through the cycle: the first call keeps it,
+    // each later one shows it again with the moved items in place of the
+    // kept one, and a box that is not shown removes it at the end.
+    while (!done) {
         MessageRequest r = request(prompt.empty() ? "Select Item and Press Up/Down to change sequence." : prompt,
-                                   buttons, mbopt::esc(cancel) + mbopt::dfltButton(ok),
+                                   buttons, options + (first ? mbopt::noHide() : mbopt::noHide("", false, true)),
                                    "- Sequence for " + std::string(title));
+        first = false;
         const int list = MBAddCtl("ListBox", "|||||-1", std::to_string(selected), r, true);
         for (const auto& item : order) MBAddListItem(item, -1, r, list);
         const int answer = host.show(r);
         selected = static_cast<int>(numberAtStart(r.lists[list][0]).value_or(selected));
         const int n = static_cast<int>(order.size());
-        if (answer == up && selected > 0 && selected < n) {
-            std::swap(order[selected], order[selected - 1]);
-            --selected;
-        } else if (answer == down && selected >= 0 && selected + 1 < n) {
-            std::swap(order[selected], order[selected + 1]);
-            ++selected;
-        } else if (answer == ok) {
-            items = order;
-            return true;
-        } else if (answer != up && answer != down) {
-            return false;
+        if (answer == up) {
+            if (selected > 0 && selected < n) {
+                std::swap(order[static_cast<size_t>(selected)], order[static_cast<size_t>(selected - 1)]);
+                --selected;
+            }
+        } else if (answer == down) {
+            if (selected >= 0 && selected + 1 < n) {
+                std::swap(order[static_cast<size_t>(selected)], order[static_cast<size_t>(selected + 1)]);
+                ++selected;
+            }
+        } else {
+            accepted = answer == ok;
+            done = true;
         }
     }
+    MessageRequest end = request("", "0", mbopt::noShow(), "");
+    host.show(end);
+    if (accepted) items = order;
+    return accepted;
 }
 
 bool MBLines(MessageHost& host, std::vector<std::string>& lines, std::string_view title) {
@@ -144,14 +158,19 @@ bool MBLines(MessageHost& host, std::vector<std::string>& lines, std::string_vie
     const int cancel = MBAddButton("&Cancel", buttons, false);
     const int add = MBAddButton("&Add Line", buttons, false);
     std::vector<std::string> edited = lines.empty() ? std::vector<std::string>{""} : lines;
+    size_t focus = 0;  // the line that gets the first focus: the new one after "Add Line"
+    // "Add Line" closes the box; it is shown again with one more line,
+    // keeping what was typed.
     while (true) {
         MessageRequest r = request("", buttons, mbopt::esc(cancel) + mbopt::defaultAndMinWidthPercent(54, kScreenTwips),
                                    title);
         std::vector<int> boxes;
-        for (size_t i = 0; i < edited.size(); ++i) boxes.push_back(MBAddCtl("TextBox", "10000||||||", edited[i], r, i == 0));
+        for (size_t i = 0; i < edited.size(); ++i)
+            boxes.push_back(MBAddCtl("TextBox", i == focus ? "10000||||||-1" : "10000||||||", edited[i], r, i == 0));
         const int answer = host.show(r);
-        for (size_t i = 0; i < boxes.size(); ++i) edited[i] = r.values[boxes[i]];
+        for (size_t i = 0; i < boxes.size(); ++i) edited[i] = r.values[static_cast<size_t>(boxes[i])];
         if (answer == add) {
+            focus = edited.size();
             edited.emplace_back();
             continue;
         }

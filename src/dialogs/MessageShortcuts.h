@@ -46,12 +46,17 @@ std::string MBInputFmt(MessageHost& host, std::string_view message, std::string_
                        std::string_view defaultText, bool bold, double widthPercent, bool selectAll,
                        int height = 0, int width = 0);
 
-// Items in a list moved up and down; true with the new order on OK.
+// Items in a list moved up and down; true with the new order on OK. The
+// box stays on screen through the steps (NoHide): each Up or Down shows it
+// again with the items moved, as a new instance in the kept one's place, and
+// a box that is not shown ("No show") removes it at the end.
 bool MBSequence(MessageHost& host, std::string_view title, std::string_view prompt,
                 std::vector<std::string>& items, std::string_view okCaption = "&OK",
                 std::string_view cancelCaption = "&Cancel");
 
-// One text box a line, with "&Add Line"; true with the lines on OK.
+// One text box a line, with "&Add Line"; true with the lines on OK. "Add
+// Line" closes the box, which is shown again with one more line, the texts
+// kept and the focus on the new line.
 bool MBLines(MessageHost& host, std::vector<std::string>& lines, std::string_view title);
 
 }  // namespace tav

@@ -31,7 +31,6 @@ QString qs(const std::string& s) { return QString::fromStdString(s); }
 constexpr const char* kScrollPlace = "tavScrollPlace";
 
 // The font name that stands for the fixed font.
-constexpr const char* kFixedFontName = "-FIXFONT-";
 
 bool inFixedFont(const ControlSpec& spec) { return spec.fontName() == kFixedFontName; }
 
@@ -163,6 +162,20 @@ QFont messageBoxFont(const std::string& name, double size, bool bold, bool itali
     font.setBold(bold);
     font.setItalic(italic);
     return font;
+}
+
+QFont messageBoxFont(const MessageBoxFormat& format) {
+    return messageBoxFont(format.fontName, format.size, format.bold, format.italic);
+}
+
+MessageBoxFormat messageBoxFormatOf(const QFont& font) {
+    MessageBoxFormat format;
+    const bool fixed = font.family() == QFontDatabase::systemFont(QFontDatabase::FixedFont).family();
+    format.fontName = fixed ? std::string(kFixedFontName) : font.family().toStdString();
+    format.size = font.pointSizeF() > 0 ? font.pointSizeF() : QFontInfo(font).pointSizeF();
+    format.bold = font.bold();
+    format.italic = font.italic();
+    return format;
 }
 
 QPixmap boxPicture(const std::any& stored) {

@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "dialogs/ControlSpec.h"
+#include "dialogs/MessageBoxFormat.h"
 
 namespace tav::ui {
 
@@ -45,6 +46,9 @@ std::string listControlResult(const ControlSpec& spec, QWidget* widget);
 // name "-FIXFONT-" is the fixed font, an empty name the application's font;
 // a size of 0 or less keeps the size.
 QFont messageBoxFont(const std::string& name, double size, bool bold, bool italic);
+QFont messageBoxFont(const MessageBoxFormat& format);
+// The format to store for a font: the fixed font's family is "-FIXFONT-".
+MessageBoxFormat messageBoxFormatOf(const QFont& font);
 
 // The message (or a Label's caption) as rich text: "&" stays, "#H160#"
 // underlines the character behind it, line breaks are kept.

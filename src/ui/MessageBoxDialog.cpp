@@ -6,6 +6,7 @@
 #include <QCloseEvent>
 #include <QComboBox>
 #include <QDesktopServices>
+#include <QFontDialog>
 #include <QFrame>
 #include <QKeyEvent>
 #include <QLabel>
@@ -61,6 +62,16 @@ bool isLoneModifier(int key) {
            key == Qt::Key_AltGr || key == Qt::Key_CapsLock || key == Qt::Key_NumLock;
 }
 
+// The format keys of a box: Shift+Alt with F (font), I (larger), D (smaller).
+bool isFormatKey(int code, int shift) {
+    constexpr int kShiftAlt = 1 | 4;
+    return shift == kShiftAlt && (code == 'F' || code == 'I' || code == 'D');
+}
+
+bool isFormatKey(const QKeyEvent* event) {
+    return isFormatKey(messageBoxKeyCode(event->key()), messageBoxShiftMask(event->modifiers()));
+}
+
 // The width a spec gives, scaled up for a large font.
 std::optional<double> givenWidth(const ControlSpec& spec) {
     auto w = spec.width();
@@ -68,6 +79,18 @@ std::optional<double> givenWidth(const ControlSpec& spec) {
     double width = *w;
     if (auto size = spec.fontSize(); size && *size / 8.0 > 1.2) width = width * *size / 8.0;
     return width;
+}
+
+// The start value a list control takes from its own result: a ComboBox's
+// "text|ListIndex" becomes its ListIndex, or its text behind "CBtxt"; the
+// others read their result as they write it.
+std::string startValueOf(const ControlSpec& spec, const std::string& result) {
+    if (spec.kind != ControlKind::ComboBox) return result;
+    const size_t bar = result.rfind('|');
+    if (bar == std::string::npos) return result;
+    const std::string index = result.substr(bar + 1);
+    if (!index.empty() && index != "-1") return index;
+    return "CBtxt" + result.substr(0, bar);
 }
 
 }  // namespace
@@ -576,6 +599,8 @@ void MessageBoxDialog::showValidation(const QString& text) {
         valiLabel_ = new QLabel(vali_);
         valiLabel_->setObjectName("fValiLabel");
         valiLabel_->setWordWrap(true);
+        valiLabel_->setTextFormat(Qt::PlainText);
+        valiLabel_->setAlignment(Qt::AlignCenter);
         QFont bold = valiLabel_->font();
         bold.setBold(true);
         valiLabel_->setFont(bold);
@@ -586,15 +611,23 @@ void MessageBoxDialog::showValidation(const QString& text) {
     }
     // Kept while the panel shows: the focus to give back.
     valiFocus_ = QApplication::focusWidget();
-    valiLabel_->setText(text);
+    QString lines = text;  // lines joined with CR
+    lines.replace("\r\n", "\n").replace('\r', '\n');
+    valiLabel_->setText(lines);
     const int margin = px(kMargin);
-    const int w = std::max(px(kButtonWidthRef) * 3, width() * 3 / 4);
+    // Across the box, inside its margins; a box too low for the text grows
+    // while the panel shows.
+    const int w = std::min(width(), std::max(px(kButtonWidthRef) * 3, width() - 2 * margin));
     const int labelHeight = valiLabel_->heightForWidth(w - 2 * margin);
     const int buttonHeight = valiButton_->sizeHint().height();
     const int buttonWidth = std::max(px(kButtonWidthRef), valiButton_->sizeHint().width());
     const int h = margin + labelHeight + px(kControlGap) * 2 + buttonHeight + margin;
     valiLabel_->setGeometry(margin, margin, w - 2 * margin, labelHeight);
     valiButton_->setGeometry((w - buttonWidth) / 2, h - margin - buttonHeight, buttonWidth, buttonHeight);
+    if (h + 2 * margin > height()) {
+        if (!valiGrownFrom_.isValid()) valiGrownFrom_ = size();
+        setFixedSize(width(), h + 2 * margin);
+    }
     vali_->setGeometry((width() - w) / 2, std::max(0, (height() - h) / 2), w, h);
     vali_->show();
     vali_->raise();
@@ -605,6 +638,8 @@ void MessageBoxDialog::showValidation(const QString& text) {
 void MessageBoxDialog::dismissValidation() {
     if (!vali_ || !vali_->isVisible()) return;
     vali_->hide();
+    if (valiGrownFrom_.isValid()) setFixedSize(valiGrownFrom_);
+    valiGrownFrom_ = QSize();
     valiButton_->setDefault(false);
     if (QPushButton* b = button(set_.defaultButton)) b->setDefault(true);
     if (valiFocus_) valiFocus_->setFocus();
@@ -647,6 +682,65 @@ void MessageBoxDialog::writeBack() {
     }
 }
 
+void MessageBoxDialog::writeStartValues() {
+    writeBack();
+    for (const Control& c : controls_) {
+        if (!c.widget) continue;
+        auto& list = request_->lists[static_cast<size_t>(c.index)];
+        if (!list.empty()) list[0] = startValueOf(c.spec, list[0]);
+    }
+}
+
+bool MessageBoxDialog::formatKey(int code, int shift) {
+    if (!isFormatKey(code, shift)) return false;
+    QFont next = font();
+    const double size = next.pointSizeF() > 0 ? next.pointSizeF() : QFontInfo(next).pointSizeF();
+    switch (code) {
+    case 'F': {
+        bool ok = false;
+        next = QFontDialog::getFont(&ok, font(), this, "Message Box Font");
+        if (!ok) return true;
+        break;
+    }
+    case 'I':
+        next.setPointSizeF(std::min(size + 1, 48.0));
+        break;
+    case 'D':
+        next.setPointSizeF(std::max(size - 1, 6.0));
+        break;
+    default:
+        return false;
+    }
+    changeFont(next);
+    return true;
+}
+
+void MessageBoxDialog::changeFont(const QFont& font) {
+    if (answer_ != 0 || detached_) return;
+    changedFont_ = font;
+    closingFocus_ = focusWidget();
+    answer_ = kFontChanged;
+    writeStartValues();
+    done(kFontChanged);
+}
+
+void MessageBoxDialog::takePlaceOf(const MessageBoxDialog& old) {
+    if (!options_.topLeft()) move(old.pos());
+    QWidget* focus = old.closingFocus_ ? old.closingFocus_.data() : old.focusWidget();
+    if (!focus) return;
+    for (size_t i = 0; i < old.buttons_.size(); ++i) {
+        if (old.buttons_[i] == focus) {
+            if (QPushButton* b = button(static_cast<int>(i) + 1)) b->setFocus();
+            return;
+        }
+    }
+    for (const Control& c : old.controls_) {
+        if (!c.widget || (c.widget != focus && !c.widget->isAncestorOf(focus))) continue;
+        if (QWidget* w = control(c.index); w && w->isEnabled()) w->setFocus();
+        return;
+    }
+}
+
 QString MessageBoxDialog::activeControlName() const {
     for (QWidget* w = QApplication::focusWidget(); w && w != this; w = w->parentWidget())
         if (!w->objectName().isEmpty() && w->objectName().startsWith('f')) return w->objectName();
@@ -666,6 +760,9 @@ bool MessageBoxDialog::handleKey(QKeyEvent* event) {
     const int shift = messageBoxShiftMask(event->modifiers());
     keyData_ = std::to_string(code) + "|" + std::to_string(shift) + "|" + activeControlName().toStdString();
     if (answer_ != 0) return false;
+
+    // The format keys come first: the user changes the box's font.
+    if (formatKey(code, shift)) return true;
 
     if (hidesOn(event)) {
         hideByKey();
@@ -748,7 +845,8 @@ bool MessageBoxDialog::hidesOn(const QKeyEvent* event) const {
 
 bool MessageBoxDialog::event(QEvent* event) {
     // A key that hides the box comes before the buttons' own shortcuts.
-    if (event->type() == QEvent::ShortcutOverride && hidesOn(static_cast<QKeyEvent*>(event))) {
+    if (event->type() == QEvent::ShortcutOverride &&
+        (hidesOn(static_cast<QKeyEvent*>(event)) || isFormatKey(static_cast<QKeyEvent*>(event)))) {
         event->accept();
         return true;
     }
@@ -756,7 +854,8 @@ bool MessageBoxDialog::event(QEvent* event) {
 }
 
 bool MessageBoxDialog::eventFilter(QObject* watched, QEvent* event) {
-    if (event->type() == QEvent::ShortcutOverride && watched != this && hidesOn(static_cast<QKeyEvent*>(event))) {
+    if (event->type() == QEvent::ShortcutOverride && watched != this &&
+        (hidesOn(static_cast<QKeyEvent*>(event)) || isFormatKey(static_cast<QKeyEvent*>(event)))) {
         event->accept();
         return true;
     }

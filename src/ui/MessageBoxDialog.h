@@ -6,6 +6,7 @@
 // Threads: built, shown and answered on the UI thread only. The request must
 // outlive the box's answer; after finished() the box no longer touches it.
 #include <QDialog>
+#include <QFont>
 #include <QPointer>
 #include <string>
 #include <vector>
@@ -33,9 +34,18 @@ public:
     // A box destroyed unanswered (its window went away) reports no finish.
     ~MessageBoxDialog() override;
 
+    // The answer a box gives when the user changed the font with a format
+    // key: the host builds the same box again with changedFont(). Callers
+    // of the host never see it.
+    static constexpr int kFontChanged = -1;
+
     // The answer: the button pressed (from 1), -2 when a key hid the box,
-    // 0 while none.
+    // kFontChanged, 0 while none.
     int answer() const { return answer_; }
+    // The font the user chose with a format key (after kFontChanged).
+    const QFont& changedFont() const { return changedFont_; }
+    // The request the box answers.
+    MessageRequest& request() const { return *request_; }
 
     // The buttons of the button lines, from 1; nullptr beyond.
     QPushButton* button(int number) const;
@@ -51,6 +61,17 @@ public:
     // Presses button n: writes the results back and closes the box.
     void pressButton(int number);
 
+    // The format keys (Shift+Alt with F: choose a font, I: one point
+    // larger, D: one point smaller) end here: the box keeps what the user
+    // entered as the start values of its request and closes with
+    // kFontChanged, so that it can be built again in that font.
+    void changeFont(const QFont& font);
+
+    // This box replaces `old` (a rebuild in another font, or a second
+    // instance of a kept box): it stands at old's place and the focus goes
+    // to the same button or control.
+    void takePlaceOf(const MessageBoxDialog& old);
+
     // NoHide: the box stays on screen after a press and reports it by
     // pressed(); rearm makes it answer the next press into `request`, first
     // showing the validation text, when there is one, on a panel with "OK".
@@ -61,6 +82,7 @@ public:
     // Lets go of the request unanswered (the program is ending): the box
     // hides and no longer writes to the request.
     void abandon();
+    bool isAbandoned() const { return detached_; }
 
     // Pixels for a measure in twips, at the proportion of the box's font to
     // an eight point font.
@@ -92,6 +114,8 @@ private:
     int placeButtons(int top, int left, int width, const ButtonGaps& gaps);
     void setInitialFocus();
     void writeBack();
+    void writeStartValues();
+    bool formatKey(int code, int shift);
     void showValidation(const QString& text);
     void dismissValidation();
     void runListAction(const ListActionSpec& action, const QString& text);
@@ -123,6 +147,9 @@ private:
     QLabel* valiLabel_ = nullptr;
     QPushButton* valiButton_ = nullptr;
     QPointer<QWidget> valiFocus_;
+    QSize valiGrownFrom_;  // the box's size before the panel made it taller
+    QFont changedFont_;
+    QPointer<QWidget> closingFocus_;  // the focus when the font changed
 };
 
 }  // namespace tav::ui

@@ -3,13 +3,16 @@
 #include <QApplication>
 #include <QEventLoop>
 #include <QThread>
+#include <algorithm>
 #include <atomic>
 #include <future>
 #include <memory>
 
+#include "dialogs/MessageBoxFormat.h"
 #include "dialogs/MessageBoxState.h"
 #include "dialogs/MessageOptions.h"
 #include "dialogs/StandardButtons.h"
+#include "ui/MessageBoxControls.h"
 #include "ui/MessageBoxDialog.h"
 
 namespace tav::ui {
@@ -33,8 +36,30 @@ private:
     std::atomic<bool> done_{false};
 };
 
-// The box stands over the host's window, else over the active window.
-QWidget* boxParent(QWidget* parent) { return parent ? parent : QApplication::activeWindow(); }
+// The box stands over the host's window, else over the active window. When
+// that is another message box, the box stands over that one's window: a box
+// goes with its parent, and the other box may go first (answered, released,
+// replaced).
+QWidget* boxParent(QWidget* parent) {
+    if (parent) return parent;
+    QWidget* over = QApplication::activeWindow();
+    for (auto* box = qobject_cast<MessageBoxDialog*>(over); box; box = qobject_cast<MessageBoxDialog*>(over))
+        over = box->parentWidget() ? box->parentWidget()->window() : nullptr;
+    return over;
+}
+
+// The boxes that NoHide keeps on screen, of all hosts. UI thread only.
+std::vector<QPointer<MessageBoxDialog>>& keptBoxes() {
+    static std::vector<QPointer<MessageBoxDialog>> boxes;
+    return boxes;
+}
+
+void keep(MessageBoxDialog* box) {
+    std::vector<QPointer<MessageBoxDialog>>& all = keptBoxes();
+    all.erase(std::remove_if(all.begin(), all.end(), [](const auto& b) { return b.isNull() || b->isAbandoned(); }),
+              all.end());
+    all.emplace_back(box);
+}
 
 QString mainCaption(QWidget* parent) {
     if (parent) return parent->window()->windowTitle();
@@ -66,24 +91,59 @@ void QtMessageHost::releaseKept() {
     box->deleteLater();
 }
 
+MessageBoxDialog* QtMessageHost::keptBox() const { return kept_.data(); }
+
+void QtMessageHost::releaseOthersKept() {
+    std::vector<QPointer<MessageBoxDialog>>& all = keptBoxes();
+    for (const QPointer<MessageBoxDialog>& box : all) {
+        if (!box || box == kept_) continue;
+        box->abandon();
+        box->deleteLater();
+    }
+    all.clear();
+    if (kept_) all.push_back(kept_);
+}
+
+void QtMessageHost::rememberFont(const QFont& font) {
+    setBoxFont(font);
+    if (!formatStore_) return;
+    try {
+        writeMessageBoxFormat(*formatStore_, messageBoxFormatOf(font));
+    } catch (const std::exception&) {
+        // The font holds for this run; the box goes on regardless.
+    }
+}
+
 void QtMessageHost::ask(MessageRequest& request, QWidget* parent, const std::optional<QFont>& font,
-                        bool applicationModal, std::function<void(int)> answered) {
+                        bool applicationModal, std::function<void(int)> answered, const MessageBoxDialog* replaced) {
     const std::optional<NoHideSpec> noHide = optionsOf(request).noHide();
+    if (kept_ && kept_->isAbandoned()) kept_ = nullptr;  // removed by another host
     if (!noHide) releaseKept();
+    if (noHide && noHide->removeOthers) releaseOthersKept();
     MessageBoxDialog* box = nullptr;
-    if (noHide && kept_) {
+    QPointer<MessageBoxDialog> previous;  // the kept box a second instance replaces
+    if (noHide && kept_ && !noHide->secondInstance) {
         box = kept_.data();
         box->rearm(request, noHide->text);
     } else {
-        if (noHide) releaseKept();
-        QWidget* over = boxParent(parent);
+        if (noHide && kept_) previous = kept_;
+        // A box built in place of another stands over the same window (the
+        // active window may be the old box, which is about to go).
+        const MessageBoxDialog* replacing = previous ? previous.data() : replaced;
+        QWidget* over = replacing ? replacing->parentWidget() : boxParent(parent);
         box = new MessageBoxDialog(request, QApplication::applicationName(), mainCaption(over), over,
                                    font ? &*font : nullptr);
-        if (noHide) kept_ = box;
+        if (previous) box->takePlaceOf(*previous);
+        else if (replaced) box->takePlaceOf(*replaced);
+        if (noHide) {
+            kept_ = box;
+            keep(box);
+        }
     }
 
     // One answer a call: the first of a press, the end of the box, its
-    // destruction or the end of the program.
+    // destruction or the end of the program. A font change is no answer:
+    // the same box is built again in the new font and answers instead.
     auto callback = std::make_shared<std::function<void(int)>>(std::move(answered));
     auto links = std::make_shared<std::vector<QMetaObject::Connection>>();
     auto finish = [callback, links](int answer) {
@@ -94,13 +154,25 @@ void QtMessageHost::ask(MessageRequest& request, QWidget* parent, const std::opt
         call(answer);
     };
     QPointer<MessageBoxDialog> guard(box);
+    QPointer<QWidget> over(parent);
     links->push_back(QObject::connect(box, &MessageBoxDialog::pressed, box, finish));
-    links->push_back(QObject::connect(box, &QDialog::finished, box, [this, finish, guard](int) {
-        if (!guard) return;
-        if (kept_ == guard) kept_ = nullptr;
-        finish(guard->answer());
-        guard->deleteLater();
-    }));
+    links->push_back(QObject::connect(
+        box, &QDialog::finished, box, [this, finish, guard, callback, links, over, applicationModal](int) {
+            if (!guard) return;
+            if (kept_ == guard) kept_ = nullptr;
+            if (guard->answer() == MessageBoxDialog::kFontChanged && *callback) {
+                for (const auto& link : *links) QObject::disconnect(link);
+                auto call = std::move(*callback);
+                *callback = nullptr;
+                rememberFont(guard->changedFont());
+                ask(guard->request(), over.data(), guard->changedFont(), applicationModal, std::move(call),
+                    guard.data());
+                guard->deleteLater();
+                return;
+            }
+            finish(guard->answer());
+            guard->deleteLater();
+        }));
     links->push_back(QObject::connect(box, &QObject::destroyed, [finish] { finish(kNoAnswer); }));
     links->push_back(QObject::connect(QCoreApplication::instance(), &QCoreApplication::aboutToQuit, box,
                                       [finish, guard] {
@@ -114,14 +186,28 @@ void QtMessageHost::ask(MessageRequest& request, QWidget* parent, const std::opt
         } else {
             box->open();
         }
+        // A new instance of a kept box shows the validation text too, but a
+        // rebuild in a new font does not show it again.
+        if (previous && noHide && !replaced) box->rearm(request, noHide->text);
+    }
+    // The old instance goes once the new one is on screen.
+    if (previous) {
+        previous->abandon();
+        previous->deleteLater();
     }
 }
 
 int QtMessageHost::show(MessageRequest& request) {
     QCoreApplication* app = QCoreApplication::instance();
     const ButtonSet buttons = resolveButtons(request);
-    const bool noShow = optionsOf(request).noShow();
+    const MessageOptions options = optionsOf(request);
+    const bool noShow = options.noShow();
     int answer = kNoAnswer;
+    if (app && noShow && !options.noHide()) {
+        // A box that is not shown ends a NoHide cycle: the kept box goes.
+        if (QThread::currentThread() == app->thread()) releaseKept();
+        else QMetaObject::invokeMethod(app, [this] { releaseKept(); }, Qt::QueuedConnection);
+    }
     if (!app || noShow) {
         answer = kNoAnswer;
     } else if (QThread::currentThread() == app->thread()) {

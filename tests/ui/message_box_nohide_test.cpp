@@ -6,6 +6,7 @@
 #include <QApplication>
 #include <QLabel>
 #include <QLineEdit>
+#include <QListWidget>
 #include <QPushButton>
 #include <QSignalSpy>
 #include <atomic>
@@ -44,6 +45,10 @@ private slots:
     void validationPanelShowsTheTextAndGivesTheFocusBack();
     void hostKeepsTheBoxBetweenCallsOnTheUiThread();
     void hostKeepsTheBoxBetweenCallsFromAWorker();
+    void secondInstanceRebuildsTheKeptBoxInItsPlace();
+    void secondInstanceShowsTheValidationText();
+    void removeOthersTakesTheBoxesOfOtherHosts();
+    void aBoxNotShownEndsTheCycle();
 };
 
 void MessageBoxNoHideTest::pressAnswersAndTheBoxStays() {
@@ -170,6 +175,148 @@ void MessageBoxNoHideTest::hostKeepsTheBoxBetweenCallsFromAWorker() {
     QCOMPARE(QString::fromStdString(r.values[1]), QString("long enough"));
     QVERIFY(box->isVisible());
     host.releaseKept();
+    QTRY_VERIFY(openBoxes().empty());
+}
+
+void MessageBoxNoHideTest::secondInstanceRebuildsTheKeptBoxInItsPlace() {
+    ui::QtMessageHost host;
+    MessageRequest r{"Pick:", "&Up|&OK", "NoHide|", {}, {}, {}, {}};
+    const int list = MBAddCtl("ListBox", "", "0", r, true);
+    for (const char* item : {"a", "b"}) MBAddListItem(item, -1, r, list);
+    QPointer<MessageBoxDialog> first;
+    QPoint place;
+    QTimer::singleShot(0, [&] {
+        QTRY_COMPARE(openBoxes().size(), size_t{1});
+        first = openBoxes().front();
+        first->move(first->pos() + QPoint(37, 23));
+        place = first->pos();
+        first->button(1)->setFocus();
+        QTest::mouseClick(first->button(1), Qt::LeftButton);
+    });
+    QCOMPARE(host.show(r), 1);
+    QVERIFY(first && first->isVisible());
+
+    // The request changes (the items swap, a line is added): the box is
+    // built anew, in the old one's place, and the old one goes.
+    r.options = "{NoHide=|0|-1}|";
+    r.lists[list] = {"1", "b", "a"};
+    MBAddCtl("TextBox", "", "added", r);
+    QPointer<MessageBoxDialog> second;
+    QTimer::singleShot(0, [&] {
+        QTRY_VERIFY(openBoxes().size() == 1 && openBoxes().front() != first.data());
+        second = openBoxes().front();
+        QCOMPARE(second->focusWidget(), second->button(1));  // the focus stays on the button it was on
+        QTest::mouseClick(second->button(2), Qt::LeftButton);
+    });
+    QCOMPARE(host.show(r), 2);
+    QTRY_VERIFY(first.isNull());
+    QVERIFY(second && second->isVisible());
+    QCOMPARE(host.keptBox(), second.data());
+    QCOMPARE(second->pos(), place);
+    auto* items = qobject_cast<QListWidget*>(second->control(list));
+    QVERIFY(items);
+    QCOMPARE(items->item(0)->text(), QString("b"));
+    QCOMPARE(items->currentRow(), 1);
+    QVERIFY(second->control(2));
+    QCOMPARE(QString::fromStdString(r.values[2]), QString("added"));
+    host.releaseKept();
+    QTRY_VERIFY(openBoxes().empty());
+}
+
+void MessageBoxNoHideTest::secondInstanceShowsTheValidationText() {
+    ui::QtMessageHost host;
+    MessageRequest r = nameRequest("NoHide|");
+    QTimer::singleShot(0, [&] {
+        QTRY_COMPARE(openBoxes().size(), size_t{1});
+        QTest::mouseClick(openBoxes().front()->button(1), Qt::LeftButton);
+    });
+    QCOMPARE(host.show(r), 1);
+    MessageBoxDialog* first = host.keptBox();
+    r.options = "{NoHide=Too short.|0|-1}|";
+    QTimer::singleShot(0, [&] {
+        QTRY_VERIFY(host.keptBox() && host.keptBox() != first);
+        MessageBoxDialog* box = host.keptBox();
+        QVERIFY(box->validationShown());
+        QCOMPARE(box->findChild<QLabel*>("fValiLabel")->text(), QString("Too short."));
+        QTest::mouseClick(box->findChild<QPushButton*>("fValiButton"), Qt::LeftButton);
+        QTest::mouseClick(box->button(2), Qt::LeftButton);
+    });
+    QCOMPARE(host.show(r), 2);
+    host.releaseKept();
+    QTRY_VERIFY(openBoxes().empty());
+}
+
+void MessageBoxNoHideTest::removeOthersTakesTheBoxesOfOtherHosts() {
+    ui::QtMessageHost a, b;
+    MessageRequest ra = nameRequest("NoHide|");
+    MessageRequest rb = nameRequest("NoHide|");
+    auto pressTheNewest = [](ui::QtMessageHost& host) {
+        QTimer::singleShot(0, [&host] {
+            QTRY_VERIFY(host.keptBox() && host.keptBox()->isVisible());
+            QTest::mouseClick(host.keptBox()->button(1), Qt::LeftButton);
+        });
+    };
+    pressTheNewest(a);
+    QCOMPARE(a.show(ra), 1);
+    pressTheNewest(b);
+    QCOMPARE(b.show(rb), 1);
+    QCOMPARE(openBoxes().size(), size_t{2});
+    QPointer<MessageBoxDialog> ofA = a.keptBox();
+    MessageBoxDialog* ofB = b.keptBox();
+
+    // Without the flag each host keeps its own box.
+    rb.options = "{NoHide=|0|0}|";
+    pressTheNewest(b);
+    QCOMPARE(b.show(rb), 1);
+    QVERIFY(ofA && ofA->isVisible());
+
+    // With it, b's box is shown again alone.
+    rb.options = "{NoHide=|-1|0}|";
+    pressTheNewest(b);
+    QCOMPARE(b.show(rb), 1);
+    QTRY_VERIFY(ofA.isNull());
+    QCOMPARE(b.keptBox(), ofB);
+    QCOMPARE(openBoxes().size(), size_t{1});
+    // a starts a new box when it asks again.
+    pressTheNewest(a);
+    QCOMPARE(a.show(ra), 1);
+    QVERIFY(a.keptBox() && a.keptBox() != ofB);
+    QCOMPARE(openBoxes().size(), size_t{2});
+    a.releaseKept();
+    b.releaseKept();
+    QTRY_VERIFY(openBoxes().empty());
+}
+
+void MessageBoxNoHideTest::aBoxNotShownEndsTheCycle() {
+    ui::QtMessageHost host;
+    MessageRequest r = nameRequest("NoHide|");
+    QTimer::singleShot(0, [&] {
+        QTRY_COMPARE(openBoxes().size(), size_t{1});
+        QTest::mouseClick(openBoxes().front()->button(1), Qt::LeftButton);
+    });
+    QCOMPARE(host.show(r), 1);
+    // Not shown, but with NoHide: the kept box stays.
+    MessageRequest kept{"", "0", "No show|NoHide|", {}, {}, {}, {}};
+    QCOMPARE(host.show(kept), ui::QtMessageHost::kNoAnswer);
+    QVERIFY(host.keptBox());
+    MessageRequest end{"", "0", "No show|", {}, {}, {}, {}};
+    QCOMPARE(host.show(end), ui::QtMessageHost::kNoAnswer);
+    QVERIFY(!host.keptBox());
+    QTRY_VERIFY(openBoxes().empty());
+
+    // From a worker too.
+    MessageRequest again = nameRequest("NoHide|");
+    std::atomic<int> stage{0};
+    std::thread worker([&] {
+        host.show(again);
+        stage = 1;
+        host.show(end);
+        stage = 2;
+    });
+    QTRY_COMPARE(openBoxes().size(), size_t{1});
+    QTest::mouseClick(openBoxes().front()->button(1), Qt::LeftButton);
+    QTRY_COMPARE(stage.load(), 2);
+    worker.join();
     QTRY_VERIFY(openBoxes().empty());
 }
 
