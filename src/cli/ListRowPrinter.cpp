@@ -11,14 +11,16 @@ namespace {
 
 constexpr std::size_t kBlock = 1 << 16;
 
-// True when the text is plain ASCII without tabs, line ends or quotes: it
+// True when the text has no tabs, line ends or quotes and is UTF-8: it
 // goes out as it stands in either style.
 bool plain(std::string_view text) {
+    bool high = false;
     for (const char c : text) {
         const auto u = static_cast<unsigned char>(c);
-        if (u >= 0x80 || c == '\t' || c == '\n' || c == '\r' || c == '"') return false;
+        high = high || u >= 0x80;
+        if (c == '\t' || c == '\n' || c == '\r' || c == '"') return false;
     }
-    return true;
+    return !high || isValidUtf8(text);
 }
 
 }  // namespace

@@ -24,9 +24,13 @@ void lowerInPlace(std::string& s) {
 
 // Line ends become blanks, so that a cell keeps to one line.
 std::string cleanCell(std::string_view text) {
+    std::size_t first = 0;
+    while (first < text.size() && text[first] != '\r' && text[first] != '\n') ++first;
+    if (first == text.size()) return std::string(text);
     std::string out;
     out.reserve(text.size());
-    for (std::size_t i = 0; i < text.size(); ++i) {
+    out.append(text.substr(0, first));
+    for (std::size_t i = first; i < text.size(); ++i) {
         const char c = text[i];
         if (c == '\r' && i + 1 < text.size() && text[i + 1] == '\n') {
             out += ' ';
