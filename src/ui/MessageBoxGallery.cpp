@@ -10,6 +10,7 @@
 #include <thread>
 
 #include "dialogs/MessageBuilder.h"
+#include "dialogs/MessageShortcuts.h"
 
 namespace tav::ui {
 
@@ -125,6 +126,13 @@ MessageBoxGallery::MessageBoxGallery(QWidget* parent) : QWidget(parent), host_(t
         grid->addWidget(b, n / 3, n % 3);
         ++n;
     }
+    // The prompt calls that show their box again between steps.
+    for (const QString& name : promptNames()) {
+        auto* b = new QPushButton(name, this);
+        connect(b, &QPushButton::clicked, this, [this, name, worker] { runPrompt(name, worker->isChecked()); });
+        grid->addWidget(b, n / 3, n % 3);
+        ++n;
+    }
     layout->addLayout(grid);
     layout->addWidget(worker);
     log_ = new QPlainTextEdit(this);
@@ -146,6 +154,30 @@ void MessageBoxGallery::run(const QString& name, bool fromWorker) {
         int answer = host->show(r);
         QMetaObject::invokeMethod(qApp, [self, name, answer, r] {
             if (self) self->report(name + " (worker)", answer, r);
+        }, Qt::QueuedConnection);
+    }).detach();
+}
+
+QStringList MessageBoxGallery::promptNames() { return {"Sequence of columns", "Lines"}; }
+
+void MessageBoxGallery::runPrompt(const QString& name, bool fromWorker) {
+    auto ask = [name](MessageHost& host) {
+        std::vector<std::string> items = name == "Lines" ? std::vector<std::string>{"first line"}
+                                                         : std::vector<std::string>{"Name", "Size", "Date", "Title"};
+        const bool ok = name == "Lines" ? MBLines(host, items, "Lines") : MBSequence(host, "Columns", "", items);
+        QStringList shown;
+        for (const auto& item : items) shown << QString::fromStdString(item);
+        return QString("%1: %2, %3").arg(name, ok ? "OK" : "Cancel", shown.join(" | "));
+    };
+    if (!fromWorker) {
+        log_->appendPlainText(ask(host_));
+        return;
+    }
+    QPointer<MessageBoxGallery> self(this);
+    std::thread([self, ask, host = &host_] {
+        const QString line = ask(*host);
+        QMetaObject::invokeMethod(qApp, [self, line] {
+            if (self) self->log_->appendPlainText(line + " (worker)");
         }, Qt::QueuedConnection);
     }).detach();
 }

@@ -25,6 +25,11 @@ public:
     void run(const QString& name, bool fromWorker);
     QString log() const;
 
+    // The prompt calls that show their box again between their steps
+    // (the sequence and lines prompts), and running one.
+    static QStringList promptNames();
+    void runPrompt(const QString& name, bool fromWorker);
+
 private:
     void report(const QString& name, int answer, const MessageRequest& request);
 
