@@ -117,7 +117,9 @@ bool ListContentPool::isDone(const Task& task) {
 
 void ListContentPool::wait(const Task& task) {
     std::unique_lock<std::mutex> lock(mutex_);
+    awaited_ = &task;
     ready_.wait(lock, [&] { return task.done; });
+    awaited_ = nullptr;
 }
 
 void ListContentPool::cancel() {
@@ -148,13 +150,15 @@ void ListContentPool::work(ContentExtractor& extractor) {
         ContentResult result;
         readListContent(task->path, task->size, readContent_ ? &extractor : nullptr, test_, stop, result);
         if (result.cells) task->cells = *result.cells;
+        bool awaited = false;
         {
             std::lock_guard<std::mutex> lock(mutex_);
             task->result = std::move(result);
             if (task->result.cells) task->result.cells = &task->cells;
             task->done = true;
+            awaited = awaited_ == task.get();
         }
-        ready_.notify_all();
+        if (awaited) ready_.notify_all();
     }
 }
 

@@ -75,6 +75,7 @@ private:
     std::condition_variable wake_;  // workers: a task, or the end
     std::condition_variable ready_; // the job: a task is done
     std::deque<std::shared_ptr<Task>> queue_;
+    const Task* awaited_ = nullptr;  // the task the job waits for: only its end wakes the job
     bool ending_ = false;
     std::vector<ContentExtractor> extractors_;
     std::vector<std::thread> threads_;
