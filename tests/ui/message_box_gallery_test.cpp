@@ -141,8 +141,25 @@ void MessageBoxGalleryTest::samplesAnswerAndTheAnswerIsLogged() {
     qobject_cast<QListWidget*>(first->control(1))->setCurrentRow(1);
     QTest::mouseClick(first->button(1), Qt::LeftButton);
     QTRY_VERIFY(openBox() != nullptr && openBox() != first);
+    saveShot(openBox(), "sequence after up");
     QTest::mouseClick(openBox()->button(3), Qt::LeftButton);
     QTRY_VERIFY(gallery.log().contains("Sequence of columns: OK, Size | Name | Date | Title (worker)"));
+
+    // Two points larger with the format key, then OK: one answer.
+    gallery.run("Options and check", true);
+    QTRY_VERIFY(openBox() != nullptr);
+    MessageBoxDialog* before = openBox();
+    const double points = before->font().pointSizeF();
+    QTest::keyClick(before->button(1), 'I', Qt::ShiftModifier | Qt::AltModifier);
+    QTRY_VERIFY(openBox() != nullptr && openBox() != before);
+    MessageBoxDialog* middle = openBox();
+    QTest::keyClick(middle->button(1), 'I', Qt::ShiftModifier | Qt::AltModifier);
+    QTRY_VERIFY(openBox() != nullptr && openBox() != middle);
+    QCOMPARE(openBox()->font().pointSizeF(), points + 2);
+    saveShot(openBox(), "options and check two points larger");
+    QTest::mouseClick(openBox()->button(1), Qt::LeftButton);
+    QTRY_VERIFY(gallery.log().contains("Options and check (worker): answer 1"));
+    QCOMPARE(gallery.log().count("Options and check (worker)"), 1);
 }
 
 QTEST_MAIN(MessageBoxGalleryTest)
