@@ -33,6 +33,8 @@ bool AppContext::open(const std::string& explicitDataDir, const std::string& arg
         files_ = openDataFiles(ini_);
         errors_.setErrorLog(files_.errorLog);
         applyBoxFont();
+        // A font the user picks in a box is kept for the next start.
+        host_.setFormatStore(&ini_);
         return true;
     } catch (const AppError& e) {
         if (!e.isUserStop()) errors_.handle(e, ErrorPlace{"HTMLanalform_Load", "HTMLanalform", "", ""});
