@@ -14,13 +14,15 @@ constexpr std::size_t kBlock = 1 << 16;
 // True when the text has no tabs, line ends or quotes and is UTF-8: it
 // goes out as it stands in either style.
 bool plain(std::string_view text) {
-    bool high = false;
+    // No early way out: the loop runs over many bytes at a time.
+    unsigned char high = 0;
+    bool special = false;
     for (const char c : text) {
-        const auto u = static_cast<unsigned char>(c);
-        high = high || u >= 0x80;
-        if (c == '\t' || c == '\n' || c == '\r' || c == '"') return false;
+        high |= static_cast<unsigned char>(c);
+        special |= (c == '\t') | (c == '\n') | (c == '\r') | (c == '"');
     }
-    return !high || isValidUtf8(text);
+    if (special) return false;
+    return high < 0x80 || isValidUtf8(text);
 }
 
 }  // namespace

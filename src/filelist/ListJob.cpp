@@ -1,5 +1,6 @@
 #include "filelist/ListJob.h"
 
+#include <algorithm>
 #include <deque>
 #include <filesystem>
 #include <memory>
@@ -24,9 +25,8 @@ void lowerInPlace(std::string& s) {
 
 // Line ends become blanks, so that a cell keeps to one line.
 std::string cleanCell(std::string_view text) {
-    std::size_t first = 0;
-    while (first < text.size() && text[first] != '\r' && text[first] != '\n') ++first;
-    if (first == text.size()) return std::string(text);
+    const std::size_t first = std::min(text.find('\r'), text.find('\n'));
+    if (first == std::string_view::npos) return std::string(text);
     std::string out;
     out.reserve(text.size());
     out.append(text.substr(0, first));
