@@ -44,7 +44,7 @@ const std::vector<WindowEntry> kEntries = {
     {"Lastsel Attr on HAform", "", P::Window, ""},
     // last columns
     {"Last Col List", "", P::Cols, "4|1|2|3|6|7|0"},
-    {"Column Widths", "", P::Cols, "600|3000|800|1300|1300|900|4500"},
+    {"Column Widths", "", P::Cols, "600|3000|800|1300|1300|1100|4500"},
     {"Column Alignments", "", P::Cols, "7|1|1|7|7|7|1"},
     {"Fixed Cols", "", P::Cols, "0"},
     {"Sort Case Sensitive", "VC", P::Cols, "0", kFlag},

@@ -54,7 +54,7 @@ TEST_F(WindowStoreTest, FactoryWindowLoadsWithItsFourSections) {
     EXPECT_EQ(w.get(".4"), "F");
     EXPECT_EQ(w.get(".9"), "{~/}");
     EXPECT_EQ(w.get("VT1"), "-1");
-    EXPECT_EQ(w.value("Column Widths"), "600|3000|800|1300|1300|900|4500");
+    EXPECT_EQ(w.value("Column Widths"), "600|3000|800|1300|1300|1100|4500");
     EXPECT_EQ(w.value("Showdataform.Text Fontname"), "Monospace");
     EXPECT_TRUE(host.asked().empty());
 }
