@@ -6,6 +6,7 @@
 #include <unistd.h>
 
 #include <filesystem>
+#include <memory>
 #include <set>
 #include <utility>
 
@@ -125,19 +126,17 @@ private:
             ::close(fd);
             return true;
         }
-        DIR* d = ::fdopendir(fd);
-        if (!d) {
+        // Closed however the walk below ends, a user's stop unwinding through it included.
+        std::unique_ptr<DIR, int (*)(DIR*)> open(::fdopendir(fd), &::closedir);
+        if (!open) {
             ::close(fd);
             return true;
         }
         std::vector<FoundItem> items;
-        readDirectory(d, directory, items, options_.birthTimes);
+        readDirectory(open.get(), directory, items, options_.birthTimes);
         // Deep trees let go of their parents rather than run out of handles.
-        const bool keepOpen = depth < kMaxOpenDepth;
-        if (!keepOpen) {
-            ::closedir(d);
-            d = nullptr;
-        }
+        if (depth >= kMaxOpenDepth) open.reset();
+        DIR* d = open.get();
         std::vector<const FoundItem*> subdirs;
         bool goOn = report(items, subdirs);
         if (goOn && options_.subdirs) {
@@ -152,7 +151,6 @@ private:
                 }
             }
         }
-        if (d) ::closedir(d);
         return goOn;
     }
 
