@@ -25,15 +25,7 @@ bool prefixBefore(const SortItem& x, const SortItem& y) { return x.high != y.hig
 
 std::vector<int> SortRowsByKeys(RowTable& table, const SortOrder& order) {
     std::vector<int> used;
-    std::vector<std::size_t> sortColumns;
-    for (int t : order.colTypes) {
-        if (t < 0 || std::find(used.begin(), used.end(), t) != used.end()) continue;
-        int c = table.keyColumnOf(t);
-        if (c < 0) c = table.columnOf(t);
-        if (c < 0) continue;
-        used.push_back(t);
-        sortColumns.push_back(static_cast<std::size_t>(c));
-    }
+    const std::vector<std::size_t> sortColumns = SortColumnsOf(table, order, used);
     std::vector<Row>& rows = table.rows();
     const std::size_t n = rows.size();
     const std::size_t k = sortColumns.size();

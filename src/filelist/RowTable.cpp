@@ -82,8 +82,8 @@ int compareNoCase(const std::string& a, const std::string& b) {
 
 }  // namespace
 
-std::vector<int> SortRows(RowTable& table, const SortOrder& order) {
-    std::vector<int> used;
+std::vector<std::size_t> SortColumnsOf(const RowTable& table, const SortOrder& order, std::vector<int>& used) {
+    used.clear();
     std::vector<std::size_t> sortColumns;
     for (int t : order.colTypes) {
         if (t < 0 || std::find(used.begin(), used.end(), t) != used.end()) continue;
@@ -93,6 +93,12 @@ std::vector<int> SortRows(RowTable& table, const SortOrder& order) {
         used.push_back(t);
         sortColumns.push_back(static_cast<std::size_t>(c));
     }
+    return sortColumns;
+}
+
+std::vector<int> SortRows(RowTable& table, const SortOrder& order) {
+    std::vector<int> used;
+    const std::vector<std::size_t> sortColumns = SortColumnsOf(table, order, used);
     std::vector<Row>& rows = table.rows();
     if (rows.size() < 2 || sortColumns.empty()) return used;
     static const std::string kEmpty;

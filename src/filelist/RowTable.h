@@ -64,6 +64,11 @@ struct SortOrder {
     bool caseSensitive = false;
 };
 
+// The grid columns a sort compares, in order: each ColType's key column, or
+// its display column when it has none. ColTypes not in the list, negative
+// ones and repeats are dropped; `used` receives the ColTypes kept.
+std::vector<std::size_t> SortColumnsOf(const RowTable& table, const SortOrder& order, std::vector<int>& used);
+
 // Sorts the data rows by the key cells of the order's columns (the display
 // cell where a column has no key): a text sort, stable. ColTypes not in the
 // list, negative ones and repeats are dropped. Returns the order used. A
