@@ -1,4 +1,5 @@
 #include "ui/FileTypesDialog.h"
+#include "ui/NamedControls.h"
 
 #include <QCheckBox>
 #include <QHBoxLayout>
@@ -20,20 +21,6 @@ namespace tav::ui {
 namespace {
 
 QString fromStd(std::string_view s) { return QString::fromUtf8(s.data(), static_cast<qsizetype>(s.size())); }
-
-QPushButton* button(const char* name, const QString& caption, QWidget* parent) {
-    auto* b = new QPushButton(caption, parent);
-    b->setObjectName(name);
-    b->setAutoDefault(false);
-    return b;
-}
-
-QCheckBox* check(const char* name, const QString& caption, bool on, QWidget* parent) {
-    auto* c = new QCheckBox(caption, parent);
-    c->setObjectName(name);
-    c->setChecked(on);
-    return c;
-}
 
 // The kinds of file of the platform's MIME database with their name patterns.
 const std::vector<KnownFileType>& knownFileTypes() {
@@ -65,10 +52,10 @@ FileTypesDialog::FileTypesDialog(const ListSelection& selection, MessageHost& ho
     caption->setObjectName("fCaption");
     caption->setBuddy(list_);
 
-    hidden_ = check("fHiddenCheck", "Show &Hidden Files", selection.showHidden, this);
-    system_ = check("fSystemCheck", "Show Syste&m Files", selection.showSystem, this);
-    subdirs_ = check("fSubdirsCheck", "Include &Subdirs", selection.includeSubdirs, this);
-    dirs_ = check("fDirsCheck", "Show Di&rectories", selection.showDirectories, this);
+    hidden_ = namedCheck("fHiddenCheck", "Show &Hidden Files", selection.showHidden, this);
+    system_ = namedCheck("fSystemCheck", "Show Syste&m Files", selection.showSystem, this);
+    subdirs_ = namedCheck("fSubdirsCheck", "Include &Subdirs", selection.includeSubdirs, this);
+    dirs_ = namedCheck("fDirsCheck", "Show Di&rectories", selection.showDirectories, this);
 
     shell_ = new QListWidget(this);
     shell_->setObjectName("fShellTypesLB");
@@ -76,16 +63,16 @@ FileTypesDialog::FileTypesDialog(const ListSelection& selection, MessageHost& ho
     auto* shellLabel = new QLabel("File types known to the system:", this);
     shellLabel->setBuddy(shell_);
     separate_ = ini_.mode(kMissingEmpty).getBool(kSeperateFTListSection, kSeperateFTListEntry);
-    shellButton_ = button("fShellTypesButton", "", this);
+    shellButton_ = namedButton("fShellTypesButton", "", this);
 
-    auto* okButton = button("fOK", "&OK", this);
+    auto* okButton = namedButton("fOK", "&OK", this);
     okButton->setDefault(true);
-    auto* cancelButton = button("fCancel", "&Cancel", this);
-    auto* applyButton = button("fApply", "Appl&y (F5)", this);
-    auto* newButton = button("fNewType", "New Ty&pe", this);
-    auto* editButton = button("fEditType", "Edi&t Type", this);
-    auto* removeButton = button("fRemoveType", "R&emove Type", this);
-    auto* sequenceButton = button("fSequence", "Change Se&quence", this);
+    auto* cancelButton = namedButton("fCancel", "&Cancel", this);
+    auto* applyButton = namedButton("fApply", "Appl&y (F5)", this);
+    auto* newButton = namedButton("fNewType", "New Ty&pe", this);
+    auto* editButton = namedButton("fEditType", "Edi&t Type", this);
+    auto* removeButton = namedButton("fRemoveType", "R&emove Type", this);
+    auto* sequenceButton = namedButton("fSequence", "Change Se&quence", this);
 
     auto* left = new QVBoxLayout;
     left->addWidget(caption);

@@ -21,6 +21,7 @@
 #include "settings/IniStore.h"
 #include "ui/DirectoryTree.h"
 #include "ui/FileTypesDialog.h"
+#include "ui/NamedControls.h"
 
 namespace tav::ui {
 
@@ -32,22 +33,6 @@ constexpr int kNarrowest = 480;
 
 QString fromStd(std::string_view s) { return QString::fromUtf8(s.data(), static_cast<qsizetype>(s.size())); }
 std::string toStd(const QString& s) { return s.toStdString(); }
-
-// No button is the default: Enter presses the focused button only (see
-// keyPressEvent), so a type ended with Enter neither adds nor closes.
-QPushButton* button(const char* name, const QString& caption, QWidget* parent) {
-    auto* b = new QPushButton(caption, parent);
-    b->setObjectName(name);
-    b->setAutoDefault(false);
-    return b;
-}
-
-QCheckBox* check(const char* name, const QString& caption, bool on, QWidget* parent) {
-    auto* c = new QCheckBox(caption, parent);
-    c->setObjectName(name);
-    c->setChecked(on);
-    return c;
-}
 
 QComboBox* typeCombo(const char* name, QWidget* parent) {
     auto* c = new QComboBox(parent);
@@ -105,17 +90,17 @@ void SelectDirDialog::build() {
     left->addWidget(files_, 2);
 
     // Middle: the buttons that change the list.
-    auto* addDirButton = button("fAddDir", "&Add Dir", this);
-    auto* addFileButton = button("fAddFile", "Add Fi&le", this);
-    auto* addWithButton = button("fAddWith", "Add wit&h type && subdirs", this);
+    auto* addDirButton = namedButton("fAddDir", "&Add Dir", this);
+    auto* addFileButton = namedButton("fAddFile", "Add Fi&le", this);
+    auto* addWithButton = namedButton("fAddWith", "Add wit&h type && subdirs", this);
     setType_ = typeCombo("fSetFTCombo", this);
     setType_->setToolTip("The type for Add with type, Set Type and Set Subdirs");
-    setSubdirs_ = check("fSetIncludeSubdirscheck", "<+> Subdirs", extra_.includeSubdirs, this);
-    auto* changeTypeButton = button("fChangeType", "Set &Type", this);
-    auto* subdirsButton = button("fInclSubDirs", "Set Su&bdirs", this);
-    auto* delButton = button("fDelDir", "R&emove ", this);
-    auto* clearButton = button("fClearList", "&New List", this);
-    auto* typesButton = button("fEnterFileType", "Enter Ty&pe", this);
+    setSubdirs_ = namedCheck("fSetIncludeSubdirscheck", "<+> Subdirs", extra_.includeSubdirs, this);
+    auto* changeTypeButton = namedButton("fChangeType", "Set &Type", this);
+    auto* subdirsButton = namedButton("fInclSubDirs", "Set Su&bdirs", this);
+    auto* delButton = namedButton("fDelDir", "R&emove ", this);
+    auto* clearButton = namedButton("fClearList", "&New List", this);
+    auto* typesButton = namedButton("fEnterFileType", "Enter Ty&pe", this);
 
     auto* middle = new QVBoxLayout;
     middle->addSpacing(treeLabel->sizeHint().height());
@@ -141,16 +126,16 @@ void SelectDirDialog::build() {
     defaultType_ = typeCombo("fFileTypecombo", this);
     auto* defaultLabel = new QLabel("Default F&ile Type && <+/-> (when not specified):", this);
     defaultLabel->setBuddy(defaultType_);
-    defaultSubdirs_ = check("fIncSubdirscheck", "Include &Subdirs", extra_.includeSubdirs, this);
-    multiDirs_ = check("fMultiDirCheck", "&Multiple Directories", extra_.multiDirs, this);
-    autoRefresh_ = check("fReadFilescheck", "&AutoRefresh File List", extra_.autoRefresh, this);
-    newWindow_ = check("fNewWindowcheck", "New window", extra_.newWindow, this);
+    defaultSubdirs_ = namedCheck("fIncSubdirscheck", "Include &Subdirs", extra_.includeSubdirs, this);
+    multiDirs_ = namedCheck("fMultiDirCheck", "&Multiple Directories", extra_.multiDirs, this);
+    autoRefresh_ = namedCheck("fReadFilescheck", "&AutoRefresh File List", extra_.autoRefresh, this);
+    newWindow_ = namedCheck("fNewWindowcheck", "New window", extra_.newWindow, this);
     statusLabel_ = new QLabel(this);
     statusLabel_->setObjectName("fStatus");
     statusLabel_->setWordWrap(true);
-    auto* okButton = button("fOK", "&OK", this);
-    auto* cancelButton = button("fCancel", "&Cancel", this);
-    auto* applyButton = button("fApply", "Appl&y (F5)", this);
+    auto* okButton = namedButton("fOK", "&OK", this);
+    auto* cancelButton = namedButton("fCancel", "&Cancel", this);
+    auto* applyButton = namedButton("fApply", "Appl&y (F5)", this);
 
     auto* defaults = new QHBoxLayout;
     defaults->addWidget(defaultType_, 1);
