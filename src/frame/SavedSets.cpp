@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "core/ListText.h"
+#include "frame/SectionLists.h"
 #include "core/TextTrim.h"
 #include "dialogs/MessageBuilder.h"
 #include "dialogs/MessageShortcuts.h"
@@ -20,23 +21,20 @@ namespace tav {
 
 namespace {
 
+using sections::BatchScope;
+using sections::holds;
+using sections::isSectionNameEntry;
+using sections::listItems;
+using sections::sameName;
+using sections::startsFolded;
+
+
 constexpr std::string_view kColListEntry = "Last Col List";
 constexpr std::string_view kLastDirEntry = "Last Dir";
 constexpr std::string_view kSplitPrefix = "SplitEntry.";
 constexpr std::string_view kAltPrefix = "AltNo.";
 constexpr std::string_view kBadName = "A saved name cannot hold [ or ], nor start with AltNo.";
 constexpr SavedKind kKinds[] = {SavedKind::Window, SavedKind::Selections, SavedKind::Formats};
-
-bool sameName(std::string_view a, std::string_view b) { return !CaseLess{}(a, b) && !CaseLess{}(b, a); }
-
-bool startsFolded(std::string_view s, std::string_view prefix) {
-    return s.size() >= prefix.size() && sameName(s.substr(0, prefix.size()), prefix);
-}
-
-bool isSectionNameEntry(std::string_view name) {
-    return sameName(name, kLastColsEntry) || sameName(name, kLastSelectionsEntry) ||
-           sameName(name, kLastFormatsEntry);
-}
 
 // The parts of a window a kind copies.
 bool kindHolds(SavedKind kind, WindowPart part) {
@@ -78,29 +76,6 @@ std::string_view askAsText(SavedKind kind) {
 }
 
 std::string doneText(const std::string& name) { return ">> " + name + " << " + "done."; }
-
-// Changes between construction and end reach each file in one replacement.
-class BatchScope {
-public:
-    explicit BatchScope(IniStore& ini) : ini_(ini) { ini_.service().beginBatch(); }
-    ~BatchScope() { ini_.service().endBatch(); }
-    BatchScope(const BatchScope&) = delete;
-    BatchScope& operator=(const BatchScope&) = delete;
-
-private:
-    IniStore& ini_;
-};
-
-std::vector<std::string> listItems(const std::string& text) {
-    std::vector<std::string> items;
-    for (std::string& s : splitItems(text))
-        if (!s.empty()) items.push_back(std::move(s));
-    return items;
-}
-
-bool holds(const std::vector<std::string>& items, std::string_view name) {
-    return std::any_of(items.begin(), items.end(), [&](const std::string& s) { return sameName(s, name); });
-}
 
 std::string readIndex(IniStore& ini, const std::string& file, std::string_view entry) {
     return ini.mode(kMissingEmpty).get(kSavedIndexSection, entry, file);

@@ -6,26 +6,24 @@
 #include <set>
 
 #include "core/ListText.h"
+#include "frame/SectionLists.h"
 #include "settings/IniStore.h"
 
 namespace tav {
 
 namespace {
 
+using sections::BatchScope;
+using sections::holds;
+using sections::isSectionNameEntry;
+using sections::listItems;
+using sections::sameName;
+using sections::startsFolded;
+
+
 constexpr std::string_view kSplitPrefix = "SplitEntry.";
 constexpr WindowPart kParts[] = {WindowPart::Window, WindowPart::Cols, WindowPart::Selections,
                                  WindowPart::Formats};
-
-bool sameName(std::string_view a, std::string_view b) { return !CaseLess{}(a, b) && !CaseLess{}(b, a); }
-
-bool startsFolded(std::string_view s, std::string_view prefix) {
-    return s.size() >= prefix.size() && sameName(s.substr(0, prefix.size()), prefix);
-}
-
-bool isSectionNameEntry(std::string_view name) {
-    return sameName(name, kLastColsEntry) || sameName(name, kLastSelectionsEntry) ||
-           sameName(name, kLastFormatsEntry);
-}
 
 // Sets `noWrite` for its lifetime and puts the former value back.
 class NoWriteScope {
@@ -39,30 +37,6 @@ private:
     IniStore& ini_;
     bool kept_;
 };
-
-// Changes between construction and end reach each file in one replacement.
-class BatchScope {
-public:
-    explicit BatchScope(IniStore& ini) : ini_(ini) { ini_.service().beginBatch(); }
-    ~BatchScope() { ini_.service().endBatch(); }
-    BatchScope(const BatchScope&) = delete;
-    BatchScope& operator=(const BatchScope&) = delete;
-
-private:
-    IniStore& ini_;
-};
-
-// The elements of a stored list, without empty ones.
-std::vector<std::string> listItems(const std::string& text) {
-    std::vector<std::string> items;
-    for (std::string& s : splitItems(text))
-        if (!s.empty()) items.push_back(std::move(s));
-    return items;
-}
-
-bool holds(const std::vector<std::string>& items, std::string_view name) {
-    return std::any_of(items.begin(), items.end(), [&](const std::string& s) { return sameName(s, name); });
-}
 
 // The entry a stored name stands for: a split value is stored as a count
 // "SplitEntry.<entry>" and pieces "SplitEntry.<n>.<entry>".
