@@ -16,17 +16,7 @@ tavtest::ProcessRun runList(const std::vector<std::string>& args) {
     return tavtest::runProcess(TAVELO_EXE, all);
 }
 
-std::vector<std::string> linesOf(const std::string& text) {
-    std::vector<std::string> out;
-    std::size_t at = 0;
-    while (at < text.size()) {
-        std::size_t end = text.find('\n', at);
-        if (end == std::string::npos) end = text.size();
-        out.push_back(text.substr(at, end - at));
-        at = end + 1;
-    }
-    return out;
-}
+using tavtest::linesOf;
 
 constexpr const char* kPage =
     "<html><head><title>Say \"hi\", all</title></head><body><p>x</p>"

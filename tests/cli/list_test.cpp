@@ -22,17 +22,7 @@ ListRun runList(const tavtest::TempDir&, const std::vector<std::string>& args) {
     return tavtest::runProcess(TAVELO_EXE, all);
 }
 
-std::vector<std::string> linesOf(const std::string& text) {
-    std::vector<std::string> out;
-    std::size_t at = 0;
-    while (at < text.size()) {
-        std::size_t end = text.find('\n', at);
-        if (end == std::string::npos) end = text.size();
-        out.push_back(text.substr(at, end - at));
-        at = end + 1;
-    }
-    return out;
-}
+using tavtest::linesOf;
 
 void setModified(const std::filesystem::path& p, int y, int mo, int d) {
     std::tm tm{};

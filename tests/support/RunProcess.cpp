@@ -34,4 +34,16 @@ ProcessRun runProcess(const std::string& program, const std::vector<std::string>
     return r;
 }
 
+std::vector<std::string> linesOf(const std::string& text) {
+    std::vector<std::string> out;
+    std::size_t at = 0;
+    while (at < text.size()) {
+        std::size_t end = text.find('\n', at);
+        if (end == std::string::npos) end = text.size();
+        out.push_back(text.substr(at, end - at));
+        at = end + 1;
+    }
+    return out;
+}
+
 }  // namespace tavtest

@@ -18,4 +18,7 @@ std::string shellQuoted(const std::string& s);
 ProcessRun runProcess(const std::string& program, const std::vector<std::string>& args,
                       const std::string& input = {});
 
+// The lines of a program's output, without their line ends.
+std::vector<std::string> linesOf(const std::string& text);
+
 }  // namespace tavtest
