@@ -37,6 +37,35 @@ constexpr std::string_view kBadName = "A saved name cannot hold [ or ], nor star
 constexpr SavedKind kKinds[] = {SavedKind::Window, SavedKind::Selections, SavedKind::Formats};
 
 // The parts of a window a kind copies.
+// What differs between the three kinds of saved set.
+struct KindTexts {
+    WindowPart unknownPart;     // where an entry the table does not know goes
+    std::string_view word;      // "Window", "Selections", "Formats"
+    std::string_view askAs;     // the prompt for a new name
+    std::string_view listEntry; // its list of names in "Main"
+    std::string_view nameKey;   // the window key of the set in use
+    std::string_view flagKey;   // the window key that says one is in use
+    char useLetter;             // the letter its uses are counted under
+};
+
+const KindTexts& textsOf(SavedKind kind) {
+    static const KindTexts window{WindowPart::Window, "Window",
+                                  "Enter name under which Selections/Formats will be listed for re-display",
+                                  kSavedWindowsEntry, "-4", "FS", 'w'};
+    static const KindTexts selections{WindowPart::Selections, "Selections",
+                                      "Enter name under which Selections will be listed for re-display",
+                                      kSavedSelectionsEntry, "-2", "L.", 'l'};
+    static const KindTexts formats{WindowPart::Formats, "Formats",
+                                   "Enter name under which formats will be listed for re-display",
+                                   kSavedFormatsEntry, "-3", "RS", 'r'};
+    switch (kind) {
+        case SavedKind::Selections: return selections;
+        case SavedKind::Formats: return formats;
+        case SavedKind::Window: break;
+    }
+    return window;
+}
+
 bool kindHolds(SavedKind kind, WindowPart part) {
     switch (kind) {
         case SavedKind::Selections: return part == WindowPart::Cols || part == WindowPart::Selections;
@@ -48,32 +77,11 @@ bool kindHolds(SavedKind kind, WindowPart part) {
 
 // The part an entry of a saved section goes to when the table does not know
 // it: a Window's key definitions go with the window section.
-WindowPart partOfUnknown(SavedKind kind) {
-    switch (kind) {
-        case SavedKind::Selections: return WindowPart::Selections;
-        case SavedKind::Formats: return WindowPart::Formats;
-        case SavedKind::Window: break;
-    }
-    return WindowPart::Window;
-}
+WindowPart partOfUnknown(SavedKind kind) { return textsOf(kind).unknownPart; }
 
-std::string_view kindWord(SavedKind kind) {
-    switch (kind) {
-        case SavedKind::Selections: return "Selections";
-        case SavedKind::Formats: return "Formats";
-        case SavedKind::Window: break;
-    }
-    return "Window";
-}
+std::string_view kindWord(SavedKind kind) { return textsOf(kind).word; }
 
-std::string_view askAsText(SavedKind kind) {
-    switch (kind) {
-        case SavedKind::Selections: return "Enter name under which Selections will be listed for re-display";
-        case SavedKind::Formats: return "Enter name under which formats will be listed for re-display";
-        case SavedKind::Window: break;
-    }
-    return "Enter name under which Selections/Formats will be listed for re-display";
-}
+std::string_view askAsText(SavedKind kind) { return textsOf(kind).askAs; }
 
 std::string doneText(const std::string& name) { return ">> " + name + " << " + "done."; }
 
@@ -217,41 +225,13 @@ std::string columnsText(const std::string& list) {
 
 }  // namespace
 
-std::string_view savedListEntry(SavedKind kind) {
-    switch (kind) {
-        case SavedKind::Selections: return kSavedSelectionsEntry;
-        case SavedKind::Formats: return kSavedFormatsEntry;
-        case SavedKind::Window: break;
-    }
-    return kSavedWindowsEntry;
-}
+std::string_view savedListEntry(SavedKind kind) { return textsOf(kind).listEntry; }
 
-std::string_view savedNameKey(SavedKind kind) {
-    switch (kind) {
-        case SavedKind::Selections: return "-2";
-        case SavedKind::Formats: return "-3";
-        case SavedKind::Window: break;
-    }
-    return "-4";
-}
+std::string_view savedNameKey(SavedKind kind) { return textsOf(kind).nameKey; }
 
-std::string_view savedFlagKey(SavedKind kind) {
-    switch (kind) {
-        case SavedKind::Selections: return "L.";
-        case SavedKind::Formats: return "RS";
-        case SavedKind::Window: break;
-    }
-    return "FS";
-}
+std::string_view savedFlagKey(SavedKind kind) { return textsOf(kind).flagKey; }
 
-char savedUseLetter(SavedKind kind) {
-    switch (kind) {
-        case SavedKind::Selections: return 'l';
-        case SavedKind::Formats: return 'r';
-        case SavedKind::Window: break;
-    }
-    return 'w';
-}
+char savedUseLetter(SavedKind kind) { return textsOf(kind).useLetter; }
 
 std::vector<std::string> savedNames(IniStore& ini, const std::string& file, SavedKind kind) {
     return listItems(readIndex(ini, file, savedListEntry(kind)));
