@@ -60,6 +60,12 @@ bool waitForRefresh(ui::FileListWindow* w, int ms = 20000) {
     return QTest::qWaitFor([w] { return !w->refreshing(); }, ms);
 }
 
+// The window lists the files (not the directories) of one directory.
+void listFilesOf(ui::FileListWindow* w, const std::filesystem::path& dir) {
+    w->save("Last Dir", "{" + dir.string() + "/}");
+    w->save("List Dirs", "0");
+}
+
 // Answers the next message box with the button whose caption contains `caption`.
 void answerNextBox(const QString& caption, QString* seen = nullptr) {
     QTimer::singleShot(0, [caption, seen] {
@@ -148,8 +154,7 @@ void FileListWindowTest::sortsByTwoColumnsAndCountsBlueRows() {
     Run run((dir / "data").string());
     ui::FileListWindow* w = run.active();
     QVERIFY(w);
-    w->save("Last Dir", "{" + (dir / "t").string() + "/}");
-    w->save("List Dirs", "0");
+    listFilesOf(w, dir / "t");
     w->refresh();
     QVERIFY(waitForRefresh(w));
     QCOMPARE(w->list()->rowCount(), 4);
@@ -178,8 +183,7 @@ void FileListWindowTest::aVeryLargeSelectionAsksFirst() {
     Run run(data);
     ui::FileListWindow* w = run.active();
     QVERIFY(w);
-    w->save("Last Dir", "{" + (dir / "t").string() + "/}");
-    w->save("List Dirs", "0");
+    listFilesOf(w, dir / "t");
     w->refresh();
     QVERIFY(waitForRefresh(w));
     QCOMPARE(w->list()->rowCount(), 5);
@@ -203,8 +207,7 @@ void FileListWindowTest::theTextSectionFollowsTheCursor() {
         Run run(data);
         ui::FileListWindow* w = run.active();
         QVERIFY(w);
-        w->save("Last Dir", "{" + (dir / "t").string() + "/}");
-        w->save("List Dirs", "0");
+        listFilesOf(w, dir / "t");
         w->save("Show file as (auto read/alt-up+dn)", "Raw");
         w->refresh();
         QVERIFY(waitForRefresh(w));
@@ -234,8 +237,7 @@ void FileListWindowTest::menuCommandsReachTheActiveWindow() {
     Run run((dir / "data").string());
     ui::FileListWindow* w = run.active();
     QVERIFY(w);
-    w->save("Last Dir", "{" + (dir / "t").string() + "/}");
-    w->save("List Dirs", "0");
+    listFilesOf(w, dir / "t");
     ui::AppCommands* commands = run.window->commands();
     QVERIFY(commands->run("EE"));
     QVERIFY(waitForRefresh(w));
