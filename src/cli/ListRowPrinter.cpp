@@ -11,18 +11,20 @@ namespace {
 
 constexpr std::size_t kBlock = 1 << 16;
 
-// True when the text has no tabs, line ends or quotes and is UTF-8: it
-// goes out as it stands in either style.
-bool plain(std::string_view text) {
-    // No early way out: the loop runs over many bytes at a time.
+// True when a byte of the text is above 127. Written as a plain loop so
+// that the compiler can take many bytes at a time.
+bool hasHighBytes(std::string_view text) {
     unsigned char high = 0;
-    bool special = false;
-    for (const char c : text) {
-        high |= static_cast<unsigned char>(c);
-        special |= (c == '\t') | (c == '\n') | (c == '\r') | (c == '"');
+    for (const char c : text) high |= static_cast<unsigned char>(c);
+    return high >= 0x80;
+}
+
+// Tabs and line ends become blanks, in place.
+void blankSeparators(char* p, std::size_t n) {
+    for (std::size_t i = 0; i < n; ++i) {
+        const char c = p[i];
+        p[i] = (c == '\t' || c == '\n' || c == '\r') ? ' ' : c;
     }
-    if (special) return false;
-    return high < 0x80 || isValidUtf8(text);
 }
 
 }  // namespace
@@ -46,22 +48,25 @@ void ListRowPrinter::row(const Row& row) {
 }
 
 void ListRowPrinter::field(std::string_view cell) {
-    const bool csv = style_ == ListStyle::Csv;
-    if (csv) buffer_ += '"';
-    if (plain(cell)) {
-        buffer_.append(cell);
-    } else {
-        const std::string text = isValidUtf8(cell) ? std::string(cell) : toUtf8(cell);
-        for (const char c : text) {
-            if (!csv && (c == '\t' || c == '\n' || c == '\r'))
-                buffer_ += ' ';
-            else if (csv && c == '"')
-                buffer_ += "\"\"";
-            else
-                buffer_ += c;
-        }
+    std::string converted;
+    if (hasHighBytes(cell) && !isValidUtf8(cell)) {
+        converted = cp1252ToUtf8(cell);
+        cell = converted;
     }
-    if (csv) buffer_ += '"';
+    if (style_ == ListStyle::Csv) {
+        buffer_ += '"';
+        for (std::size_t quote; (quote = cell.find('"')) != std::string_view::npos;) {
+            buffer_.append(cell.substr(0, quote + 1));
+            buffer_ += '"';
+            cell.remove_prefix(quote + 1);
+        }
+        buffer_.append(cell);
+        buffer_ += '"';
+        return;
+    }
+    const std::size_t at = buffer_.size();
+    buffer_.append(cell);
+    blankSeparators(buffer_.data() + at, cell.size());
 }
 
 void ListRowPrinter::endLine() {

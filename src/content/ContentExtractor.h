@@ -69,6 +69,9 @@ struct ContentCells {
 
     // The cell of a standard content ColType; null for any other number.
     const std::string* forColType(int colType) const;
+    std::string* forColType(int colType) {
+        return const_cast<std::string*>(static_cast<const ContentCells*>(this)->forColType(colType));
+    }
 };
 
 class ContentExtractor {

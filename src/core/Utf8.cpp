@@ -1,5 +1,8 @@
 #include "core/Utf8.h"
 
+#include <cstdint>
+#include <cstring>
+
 namespace tav {
 
 void appendUtf8(std::string& out, char32_t cp) {
@@ -52,7 +55,17 @@ bool isValidUtf8(std::string_view bytes) {
     auto p = reinterpret_cast<const unsigned char*>(bytes.data());
     size_t i = 0, n = bytes.size();
     while (i < n) {
-        if (p[i] < 0x80) { ++i; continue; }
+        if (p[i] < 0x80) {
+            // ASCII runs eight bytes at a time.
+            ++i;
+            while (i + 8 <= n) {
+                std::uint64_t word;
+                std::memcpy(&word, p + i, 8);
+                if (word & 0x8080808080808080ULL) break;
+                i += 8;
+            }
+            continue;
+        }
         size_t len = sequenceLength(p + i, n - i);
         if (len == 0) return false;
         i += len;

@@ -80,8 +80,8 @@ void readListContent(const std::string& path, std::int64_t size, ContentExtracto
 }
 
 ListContentPool::ListContentPool(const ContentSpec& spec, int threads, std::function<bool()> stop,
-                                 const FileTest* test, bool readContent)
-    : stop_(std::move(stop)), test_(test), readContent_(readContent) {
+                                 const FileTest* test, bool readContent, CellCopy copy)
+    : stop_(std::move(stop)), copy_(std::move(copy)), test_(test), readContent_(readContent) {
     if (threads < 1) threads = 1;
     extractors_.resize(static_cast<std::size_t>(threads));
     for (ContentExtractor& e : extractors_) e.configure(spec);
@@ -149,12 +149,20 @@ void ListContentPool::work(ContentExtractor& extractor) {
         }
         ContentResult result;
         readListContent(task->path, task->size, readContent_ ? &extractor : nullptr, test_, stop, result);
-        if (result.cells) task->cells = *result.cells;
+        if (result.cells) {
+            if (copy_)
+                copy_(*result.cells, task->cells);
+            else
+                task->cells = *result.cells;
+        }
         bool awaited = false;
         {
             std::lock_guard<std::mutex> lock(mutex_);
             task->result = std::move(result);
-            if (task->result.cells) task->result.cells = &task->cells;
+            if (task->result.cells) {
+                task->result.cells = &task->cells;
+                if (copy_) task->result.takeable = &task->cells;
+            }
             task->done = true;
             awaited = awaited_ == task.get();
         }

@@ -25,6 +25,9 @@ inline constexpr std::size_t kListReadChunk = 64 * 1024;
 
 struct ContentResult {
     const ContentCells* cells = nullptr;  // set when the file was read (or partly)
+    // The same cells when the job may take their texts: made by the pool's
+    // cell copy (see ListContentPool::CellCopy).
+    ContentCells* takeable = nullptr;
     std::string error;                    // the file could not be read
     bool stopped = false;                 // a stop came during the read
     bool tested = false;                  // a file test judged the file
@@ -49,11 +52,16 @@ public:
         bool done = false;     // guarded by the pool's mutex
     };
 
+    // How a worker hands an extractor's cells to the task; it runs on the
+    // worker, so work done here (cleaning cells) is off the job's thread.
+    // Empty: a plain copy.
+    using CellCopy = std::function<void(const ContentCells& from, ContentCells& to)>;
+
     // `stop` is called from the workers and must be safe to call there.
     // With `test`, files are read through it; `readContent` false: the
     // extractors are not fed (only the test reads).
     ListContentPool(const ContentSpec& spec, int threads, std::function<bool()> stop,
-                    const FileTest* test = nullptr, bool readContent = true);
+                    const FileTest* test = nullptr, bool readContent = true, CellCopy copy = {});
     ~ListContentPool();
     ListContentPool(const ListContentPool&) = delete;
     ListContentPool& operator=(const ListContentPool&) = delete;
@@ -68,6 +76,7 @@ private:
     void work(ContentExtractor& extractor);
 
     std::function<bool()> stop_;
+    CellCopy copy_;
     const FileTest* test_ = nullptr;
     bool readContent_ = true;
     std::atomic<bool> cancelled_{false};

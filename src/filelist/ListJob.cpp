@@ -6,6 +6,7 @@
 #include <memory>
 
 #include "core/AppError.h"
+#include "filelist/CleanCell.h"
 #include "filelist/FormatCellPut.h"
 #include "filelist/FormatFileTimeCell.h"
 #include "filelist/FormatIntegerCell.h"
@@ -21,27 +22,6 @@ constexpr char kSep = static_cast<char>(std::filesystem::path::preferred_separat
 void lowerInPlace(std::string& s) {
     for (char& c : s)
         if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
-}
-
-// Line ends become blanks, so that a cell keeps to one line.
-std::string cleanCell(std::string_view text) {
-    const std::size_t first = std::min(text.find('\r'), text.find('\n'));
-    if (first == std::string_view::npos) return std::string(text);
-    std::string out;
-    out.reserve(text.size());
-    out.append(text.substr(0, first));
-    for (std::size_t i = first; i < text.size(); ++i) {
-        const char c = text[i];
-        if (c == '\r' && i + 1 < text.size() && text[i + 1] == '\n') {
-            out += ' ';
-            ++i;
-        } else if (c == '\r' || c == '\n') {
-            out += ' ';
-        } else {
-            out += c;
-        }
-    }
-    return out;
 }
 
 class ListMaker {
@@ -62,9 +42,10 @@ public:
             content.columns.spanCols.clear();
             for (const UserColumn& u : layout_.userColumns) content.columns.spanCols.push_back(u.def);
             if (spec.contentThreads > 1) {
-                pool_ = std::make_unique<ListContentPool>(content, spec.contentThreads,
-                                                          [&job] { return job.stopRequested(); },
-                                                          searchReads_ ? test_ : nullptr, readFiles_);
+                pool_ = std::make_unique<ListContentPool>(
+                    content, spec.contentThreads, [&job] { return job.stopRequested(); },
+                    searchReads_ ? test_ : nullptr, readFiles_,
+                    [this](const ContentCells& from, ContentCells& to) { copyCells(from, to); });
             } else if (readFiles_) {
                 extractor_.configure(content);
             }
@@ -178,6 +159,9 @@ private:
             Pending& head = pending_.front();
             if (head.task && !pool_->isDone(*head.task)) {
                 if (!all && pending_.size() <= cap) return;
+                // A full queue waits for a stretch of rows, not for one:
+                // waking for every file costs more than the rows themselves.
+                pool_->wait(*stretchEnd(all ? 1 : kWakeStretch));
                 pool_->wait(*head.task);
             }
             Pending p = std::move(pending_.front());
@@ -192,6 +176,18 @@ private:
             pending_.clear();
             if (pool_) pool_->cancel();
         }
+    }
+
+    static constexpr std::size_t kWakeStretch = 64;
+
+    // The task of the last row to read among the first `rows` pending rows
+    // (the head's task at least). The readers take tasks in order, so once
+    // it is done the rows before it are done or nearly so.
+    const ListContentPool::Task* stretchEnd(std::size_t rows) const {
+        const std::size_t last = std::min(rows, pending_.size()) - 1;
+        for (std::size_t i = last; i > 0; --i)
+            if (pending_[i].task) return pending_[i].task.get();
+        return pending_.front().task.get();
     }
 
     // One file's failure is a line of the error list; the list goes on.
@@ -330,13 +326,21 @@ private:
         if (content) {
             if (content->cells) {
                 const ContentCells& cells = *content->cells;
-                for (int t : {col::FirstBytes, col::Title, col::FirstPlain, col::LastPlain, col::LastBytes,
-                              col::MetaTags, col::HtmlTags, col::Mail, col::Www}) {
+                ContentCells* own = content->takeable;  // cleaned on a reader thread
+                for (int t : kContentColTypes) {
                     if (!wanted(t)) continue;
-                    if (const std::string* text = cells.forColType(t)) PutCell(t, *text, true);
+                    if (own && takesAsItStands(t))
+                        row_[cellPosition(t)] = std::move(*own->forColType(t));
+                    else if (const std::string* text = cells.forColType(t))
+                        PutCell(t, *text, true);
                 }
-                for (std::size_t i = 0; i < layout_.userColumns.size() && i < cells.spanCols.size(); ++i)
-                    PutCell(layout_.userColumns[i].def.colType, cells.spanCols[i], true);
+                for (std::size_t i = 0; i < layout_.userColumns.size() && i < cells.spanCols.size(); ++i) {
+                    const int t = layout_.userColumns[i].def.colType;
+                    if (own && takesAsItStands(t))
+                        row_[cellPosition(t)] = std::move(own->spanCols[i]);
+                    else
+                        PutCell(t, cells.spanCols[i], true);
+                }
                 for (const std::string& line : cells.errors) sink_.fileError(item.path(), line);
             } else {
                 sink_.fileError(item.path(), content->error);
@@ -350,6 +354,38 @@ private:
         row_.clear();
         if (!sink_.row(std::move(row))) stopped_ = true;
         return !stopped_;
+    }
+
+    static constexpr int kContentColTypes[] = {col::FirstBytes, col::Title,    col::FirstPlain,
+                                               col::LastPlain,  col::LastBytes, col::MetaTags,
+                                               col::HtmlTags,   col::Mail,      col::Www};
+
+    std::size_t cellPosition(int colType) const {
+        return static_cast<std::size_t>(layout_.position[static_cast<std::size_t>(colType)]);
+    }
+
+    // A wanted column with neither a key nor a display mask: its cell is
+    // the cleaned text as it stands.
+    bool takesAsItStands(int colType) const {
+        return wanted(colType) && layout_.keyColumn[static_cast<std::size_t>(colType)] < 0 &&
+               layout_.columns[cellPosition(colType)].mask.empty();
+    }
+
+    // A reader's copy of its extractor's cells for the job: the cells taken
+    // as they stand are cleaned here, off the job's thread; the others go
+    // through `PutCell` on the job's thread as read.
+    void copyCells(const ContentCells& from, ContentCells& to) const {
+        auto one = [&](int colType, const std::string& text, std::string& into) {
+            if (!wanted(colType)) return;
+            into = takesAsItStands(colType) ? cleanCell(text) : text;
+        };
+        for (int t : kContentColTypes)
+            if (const std::string* text = from.forColType(t)) one(t, *text, *to.forColType(t));
+        to.spanCols.resize(from.spanCols.size());
+        for (std::size_t i = 0; i < from.spanCols.size(); ++i)
+            one(i < layout_.userColumns.size() ? layout_.userColumns[i].def.colType : -1, from.spanCols[i],
+                to.spanCols[i]);
+        to.errors = from.errors;
     }
 
     // `PutCell`: the display cell through its mask and, where the column has

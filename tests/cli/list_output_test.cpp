@@ -111,3 +111,14 @@ TEST_F(ListOutput, UnsortedListsKeepWalkOrderAndTheLimit) {
 }
 
 }  // namespace
+
+TEST_F(ListOutput, TabFieldsHaveNoTabsOrLineEndsAndAreUtf8) {
+    tavtest::TempDir odd;
+    odd.write("a.txt", std::string("one\ttwo\r\nthree caf\xE9 \"q\"") + std::string(40, 'x'));
+    const auto tabs = runList({"--columns", "FileName|FirstNBytes", "--first-bytes", "30", odd.str()});
+    const auto lines = linesOf(tabs.out);
+    ASSERT_EQ(lines.size(), 2u) << tabs.out;
+    EXPECT_EQ(lines[1], "a\tone two three caf\xC3\xA9 \"q\"xxxxxxx");
+    const auto csv = runList({"--csv", "--columns", "FileName|FirstNBytes", "--first-bytes", "30", odd.str()});
+    EXPECT_EQ(linesOf(csv.out)[1], "\"a\",\"one\ttwo three caf\xC3\xA9 \"\"q\"\"xxxxxxx\"");
+}

@@ -237,6 +237,41 @@ TEST(ListThreads, RowsLeaveInWalkOrderWithTheSameCells) {
     EXPECT_EQ(run(2), one);
 }
 
+// More files than the readers' queue holds: the job waits for stretches of
+// rows, and cells with line ends are cleaned on the readers.
+TEST(ListThreads, AQueueFullManyTimesOverKeepsOrderAndCells) {
+    tavtest::TempDir dir;
+    for (int i = 0; i < 1300; ++i) {
+        const std::string n = std::to_string(i);
+        dir.write("d" + std::to_string(i % 4) + "/p" + n + ".htm",
+                  "<title>Page\r\n" + n + "</title><h1>H\n" + n + "</h1>" +
+                      std::string(static_cast<std::size_t>(i % 11) * 3000, 'x') + "<p>m" + n + "@example.com</p>");
+    }
+    UserColumn h1;
+    ASSERT_TRUE(parseUserColumn("[H1 Heading];[<h1>];[</h1>];[];[];[];[];[H1]", h1));
+    h1.def.colType = 27;
+    auto run = [&](int threads) {
+        RowTable table;
+        JobContext job;
+        ListJobSpec spec = specFor("{" + dir.str() + "/ <*+>}", {4, 1, 10, 26, 15, 27}, {h1});
+        spec.contentThreads = threads;
+        EXPECT_TRUE(FindAndListFiles(spec, job, table));
+        std::vector<std::vector<std::string>> rows;
+        for (const Row& r : table.rows()) rows.push_back(r.cells);
+        return rows;
+    };
+    const auto one = run(1);
+    ASSERT_EQ(one.size(), 1300u);
+    EXPECT_EQ(run(2), one);
+    RowTable table;
+    JobContext job;
+    ListJobSpec spec = specFor("{" + dir.str() + "/ <*+>}", {1, 10, 27}, {h1});
+    spec.contentThreads = 2;
+    ASSERT_TRUE(FindAndListFiles(spec, job, table));
+    EXPECT_EQ(cellOf(table, "p7.htm", 10), "Page 7");
+    EXPECT_EQ(cellOf(table, "p7.htm", 27), "H 7");
+}
+
 TEST(ListThreads, AStopKeepsTheRowsBeforeItInOrder) {
     tavtest::TempDir dir;
     for (int i = 0; i < 30; ++i) dir.write("f" + std::to_string(i) + ".htm", "<title>t</title>");
