@@ -5,6 +5,10 @@
 #if defined(__SSE2__)
 #include <emmintrin.h>
 #endif
+#if defined(__GNUC__) && defined(__x86_64__)
+#include <immintrin.h>
+#define TAV_FINDER_AVX2 1
+#endif
 
 namespace tav {
 
@@ -19,6 +23,42 @@ int commonness(unsigned char c) {
     if (c == '.' || c == ',' || c == '-' || c == '_') return 1;
     return 0;
 }
+
+#if defined(TAV_FINDER_AVX2)
+// Places i in [from, last] where the first and last byte of the pattern
+// (either case when f2/l2 differ from f1/l1) both match, 32 at a time, each
+// tried by `matches`; the first place that matches, or npos. Returns the
+// place where the 32-byte steps ended through `stopped` when nothing matched.
+template <class Matches>
+__attribute__((target("avx2"))) std::size_t findAvx2(const char* base, std::size_t from, std::size_t last,
+                                                     std::size_t m, unsigned char f1, unsigned char f2,
+                                                     unsigned char l1, unsigned char l2, Matches&& matches,
+                                                     std::size_t& stopped) {
+    const __m256i vf1 = _mm256_set1_epi8(static_cast<char>(f1)), vf2 = _mm256_set1_epi8(static_cast<char>(f2));
+    const __m256i vl1 = _mm256_set1_epi8(static_cast<char>(l1)), vl2 = _mm256_set1_epi8(static_cast<char>(l2));
+    std::size_t i = from;
+    while (i + 32 <= last + 1) {
+        const __m256i a = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(base + i));
+        const __m256i b = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(base + i + m - 1));
+        const __m256i hit = _mm256_and_si256(_mm256_or_si256(_mm256_cmpeq_epi8(a, vf1), _mm256_cmpeq_epi8(a, vf2)),
+                                             _mm256_or_si256(_mm256_cmpeq_epi8(b, vl1), _mm256_cmpeq_epi8(b, vl2)));
+        auto mask = static_cast<std::uint32_t>(_mm256_movemask_epi8(hit));
+        while (mask != 0) {
+            const std::size_t at = i + static_cast<std::size_t>(__builtin_ctz(mask));
+            if (matches(base + at)) return at;
+            mask &= mask - 1;
+        }
+        i += 32;
+    }
+    stopped = i;
+    return StreamFinder::npos;
+}
+
+const bool kHaveAvx2 = [] {
+    __builtin_cpu_init();
+    return __builtin_cpu_supports("avx2") != 0;
+}();
+#endif
 
 }  // namespace
 
@@ -69,6 +109,13 @@ std::size_t StreamFinder::findIn(std::string_view text, std::size_t from) const 
         const __m128i l1 = _mm_set1_epi8(static_cast<char>(l)), l2 = _mm_set1_epi8(static_cast<char>(other(l)));
         std::size_t i = from;
         const std::size_t last = text.size() - m;  // last place a match may start
+#if defined(TAV_FINDER_AVX2)
+        if (kHaveAvx2) {
+            const std::size_t at = findAvx2(base, from, last, m, f, other(f), l, other(l),
+                                            [this](const char* p) { return matchesAt(p); }, i);
+            if (at != npos) return at;
+        }
+#endif
         while (i + 16 <= last + 1) {
             const __m128i a = _mm_loadu_si128(reinterpret_cast<const __m128i*>(base + i));
             const __m128i b = _mm_loadu_si128(reinterpret_cast<const __m128i*>(base + i + m - 1));

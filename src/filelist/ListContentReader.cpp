@@ -24,10 +24,17 @@ private:
 
 }  // namespace
 
+OpenDirectory::OpenDirectory(int fd) : fd_(fd >= 0 ? ::fcntl(fd, F_DUPFD_CLOEXEC, 0) : -1) {}
+
+OpenDirectory::~OpenDirectory() {
+    if (fd_ >= 0) ::close(fd_);
+}
+
 void readListContent(const std::string& path, std::int64_t size, ContentExtractor& extractor,
-                     const std::function<bool()>& stop, ContentResult& out) {
+                     const std::function<bool()>& stop, ContentResult& out, OpenAt at) {
     extractor.beginFile(path, size);
-    const int fd = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
+    const int fd = at.dirFd >= 0 && at.name ? ::openat(at.dirFd, at.name, O_RDONLY | O_CLOEXEC)
+                                            : ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
     if (fd < 0) {
         out.error = "Error opening file >>" + path + "<<.";
         extractor.finish();
@@ -55,9 +62,9 @@ void readListContent(const std::string& path, std::int64_t size, ContentExtracto
 }
 
 void readListContent(const std::string& path, std::int64_t size, ContentExtractor* extractor, const FileTest* test,
-                     const std::function<bool()>& stop, ContentResult& out) {
+                     const std::function<bool()>& stop, ContentResult& out, OpenAt at) {
     if (!test) {
-        if (extractor) readListContent(path, size, *extractor, stop, out);
+        if (extractor) readListContent(path, size, *extractor, stop, out, at);
         return;
     }
     ContentFeed feed;
@@ -98,10 +105,14 @@ ListContentPool::~ListContentPool() {
     for (std::thread& t : threads_) t.join();
 }
 
-std::shared_ptr<ListContentPool::Task> ListContentPool::submit(std::string path, std::int64_t size) {
+std::shared_ptr<ListContentPool::Task> ListContentPool::submit(std::string path, std::int64_t size,
+                                                               std::shared_ptr<const OpenDirectory> directory,
+                                                               std::string name) {
     auto task = std::make_shared<Task>();
     task->path = std::move(path);
     task->size = size;
+    task->directory = std::move(directory);
+    task->name = std::move(name);
     {
         std::lock_guard<std::mutex> lock(mutex_);
         queue_.push_back(task);
@@ -148,7 +159,9 @@ void ListContentPool::work(ContentExtractor& extractor) {
             queue_.pop_front();
         }
         ContentResult result;
-        readListContent(task->path, task->size, readContent_ ? &extractor : nullptr, test_, stop, result);
+        OpenAt at;
+        if (task->directory && task->directory->fd() >= 0) at = OpenAt{task->directory->fd(), task->name.c_str()};
+        readListContent(task->path, task->size, readContent_ ? &extractor : nullptr, test_, stop, result, at);
         if (result.cells) {
             if (copy_)
                 copy_(*result.cells, task->cells);

@@ -34,19 +34,42 @@ struct ContentResult {
     FileVerdict verdict;                  // its verdict
 };
 
+// Where a file may be opened by its name alone: in an open directory. Opening
+// it there spares the kernel the lookup of every directory of its path.
+struct OpenAt {
+    int dirFd = -1;  // -1: open by the path
+    const char* name = nullptr;
+};
+
+// A directory kept open (a duplicate of the walk's handle) for the reads of
+// its files on other threads; closed with its last user.
+class OpenDirectory {
+public:
+    explicit OpenDirectory(int fd);
+    ~OpenDirectory();
+    OpenDirectory(const OpenDirectory&) = delete;
+    OpenDirectory& operator=(const OpenDirectory&) = delete;
+    int fd() const { return fd_; }
+
+private:
+    int fd_;
+};
+
 // Reads one file through `extractor`; `stop` is tested before each chunk.
 void readListContent(const std::string& path, std::int64_t size, ContentExtractor& extractor,
-                     const std::function<bool()>& stop, ContentResult& out);
+                     const std::function<bool()>& stop, ContentResult& out, OpenAt at = {});
 // The same with a file test: the test reads the file and feeds `extractor`
 // (null: no content columns). Without a test, as above.
 void readListContent(const std::string& path, std::int64_t size, ContentExtractor* extractor, const FileTest* test,
-                     const std::function<bool()>& stop, ContentResult& out);
+                     const std::function<bool()>& stop, ContentResult& out, OpenAt at = {});
 
 class ListContentPool {
 public:
     struct Task {
         std::string path;
         std::int64_t size = -1;
+        std::shared_ptr<const OpenDirectory> directory;  // null: opened by the path
+        std::string name;                                // the name in `directory`
         ContentCells cells;    // written by the worker, read by the job after `done`
         ContentResult result;
         bool done = false;     // guarded by the pool's mutex
@@ -66,7 +89,8 @@ public:
     ListContentPool(const ListContentPool&) = delete;
     ListContentPool& operator=(const ListContentPool&) = delete;
 
-    std::shared_ptr<Task> submit(std::string path, std::int64_t size);
+    std::shared_ptr<Task> submit(std::string path, std::int64_t size,
+                                 std::shared_ptr<const OpenDirectory> directory = {}, std::string name = {});
     bool isDone(const Task& task);
     void wait(const Task& task);
     // Tasks not begun are dropped; those under way stop at their next chunk.

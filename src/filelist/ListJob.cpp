@@ -213,7 +213,7 @@ private:
         } else if (pool_) {
             if (!item.isDirectory || spec_.listDirs) {
                 Pending p{item, nullptr};
-                if (!item.isDirectory) p.task = pool_->submit(item.path(), item.size);
+                if (!item.isDirectory) p.task = pool_->submit(item.path(), item.size, directoryOf(item), item.name);
                 pending_.push_back(std::move(p));
             }
             emitPending(false);
@@ -230,6 +230,17 @@ private:
 
     bool wanted(int colType) const { return layout_.wanted(colType); }
 
+    // The walk's directory of the item, kept open for the readers while
+    // they have its files to read.
+    std::shared_ptr<const OpenDirectory> directoryOf(const FoundItem& item) {
+        if (item.dirFd < 0) return nullptr;
+        if (!openDir_ || openDirPath_ != item.directory) {
+            openDir_ = std::make_shared<const OpenDirectory>(item.dirFd);
+            openDirPath_ = item.directory;
+        }
+        return openDir_;
+    }
+
     // `FillRow` on the job's own thread. Content first: a stop inside a long
     // read leaves no row.
     bool FillRow(const FoundItem& item) {
@@ -237,7 +248,7 @@ private:
         if ((!readFiles_ && !searchReads_) || item.isDirectory) return emitRow(item, nullptr);
         ContentResult content;
         readListContent(item.path(), item.size, readFiles_ ? &extractor_ : nullptr, searchReads_ ? test_ : nullptr,
-                        [this] { return job_.stopRequested(); }, content);
+                        [this] { return job_.stopRequested(); }, content, OpenAt{item.dirFd, item.name.c_str()});
         if (content.stopped) raiseUserStop();
         return settleAndEmit(item, &content);
     }
@@ -461,6 +472,8 @@ private:
     ContentExtractor extractor_;            // reads on the job's thread
     std::unique_ptr<ListContentPool> pool_;  // or on these threads
     std::deque<Pending> pending_;
+    std::shared_ptr<const OpenDirectory> openDir_;
+    std::string openDirPath_;
     FileTest* test_;
     bool readFiles_ = false;    // content columns are read
     bool searchReads_ = false;  // the test reads files

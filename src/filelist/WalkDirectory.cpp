@@ -87,8 +87,9 @@ public:
 private:
     // The items of one directory through the filters; their subdirectories
     // collected. False when the hook stops the walk.
-    bool report(const std::vector<FoundItem>& items, std::vector<const FoundItem*>& subdirs) {
-        for (const FoundItem& item : items) {
+    bool report(std::vector<FoundItem>& items, std::vector<const FoundItem*>& subdirs, int dirFd = -1) {
+        for (FoundItem& item : items) {
+            item.dirFd = dirFd;
             if (item.hidden && !options_.showHidden) continue;
             if (item.system && !options_.showSystem) continue;
             if (item.isDirectory) subdirs.push_back(&item);
@@ -138,7 +139,7 @@ private:
         if (depth >= kMaxOpenDepth) open.reset();
         DIR* d = open.get();
         std::vector<const FoundItem*> subdirs;
-        bool goOn = report(items, subdirs);
+        bool goOn = report(items, subdirs, d ? ::dirfd(d) : -1);
         if (goOn && options_.subdirs) {
             for (const FoundItem* sub : subdirs) {
                 if (hooks_.stopRequested && hooks_.stopRequested()) {

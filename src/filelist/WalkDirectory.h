@@ -25,6 +25,9 @@ struct FoundItem {
     std::int64_t modified = 0;     // POSIX seconds
     std::int64_t accessed = 0;
     std::int64_t created = 0;      // birth time where asked for and kept, else the change time
+    // The open directory the item was found in, valid only while the walk's
+    // `found` hook runs (a reader may duplicate it); -1 when there is none.
+    int dirFd = -1;
     std::string path() const { return directory + name; }
 };
 
