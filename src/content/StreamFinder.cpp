@@ -29,19 +29,28 @@ int commonness(unsigned char c) {
 // (either case when f2/l2 differ from f1/l1) both match, 32 at a time, each
 // tried by `matches`; the first place that matches, or npos. Returns the
 // place where the 32-byte steps ended through `stopped` when nothing matched.
+// A third byte, in the middle of the pattern, keeps texts full of the first
+// and last bytes (quotes, say) from calling `matches` at every other place.
 template <class Matches>
 __attribute__((target("avx2"))) std::size_t findAvx2(const char* base, std::size_t from, std::size_t last,
-                                                     std::size_t m, unsigned char f1, unsigned char f2,
-                                                     unsigned char l1, unsigned char l2, Matches&& matches,
-                                                     std::size_t& stopped) {
-    const __m256i vf1 = _mm256_set1_epi8(static_cast<char>(f1)), vf2 = _mm256_set1_epi8(static_cast<char>(f2));
-    const __m256i vl1 = _mm256_set1_epi8(static_cast<char>(l1)), vl2 = _mm256_set1_epi8(static_cast<char>(l2));
+                                                     std::size_t m, const unsigned char (&bytes)[6],
+                                                     Matches&& matches, std::size_t& stopped) {
+    const __m256i vf1 = _mm256_set1_epi8(static_cast<char>(bytes[0]));
+    const __m256i vf2 = _mm256_set1_epi8(static_cast<char>(bytes[1]));
+    const __m256i vl1 = _mm256_set1_epi8(static_cast<char>(bytes[2]));
+    const __m256i vl2 = _mm256_set1_epi8(static_cast<char>(bytes[3]));
+    const __m256i vm1 = _mm256_set1_epi8(static_cast<char>(bytes[4]));
+    const __m256i vm2 = _mm256_set1_epi8(static_cast<char>(bytes[5]));
+    const std::size_t mid = m / 2;
     std::size_t i = from;
     while (i + 32 <= last + 1) {
         const __m256i a = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(base + i));
         const __m256i b = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(base + i + m - 1));
-        const __m256i hit = _mm256_and_si256(_mm256_or_si256(_mm256_cmpeq_epi8(a, vf1), _mm256_cmpeq_epi8(a, vf2)),
-                                             _mm256_or_si256(_mm256_cmpeq_epi8(b, vl1), _mm256_cmpeq_epi8(b, vl2)));
+        const __m256i c = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(base + i + mid));
+        const __m256i first = _mm256_or_si256(_mm256_cmpeq_epi8(a, vf1), _mm256_cmpeq_epi8(a, vf2));
+        const __m256i lastByte = _mm256_or_si256(_mm256_cmpeq_epi8(b, vl1), _mm256_cmpeq_epi8(b, vl2));
+        const __m256i middle = _mm256_or_si256(_mm256_cmpeq_epi8(c, vm1), _mm256_cmpeq_epi8(c, vm2));
+        const __m256i hit = _mm256_and_si256(_mm256_and_si256(first, lastByte), middle);
         auto mask = static_cast<std::uint32_t>(_mm256_movemask_epi8(hit));
         while (mask != 0) {
             const std::size_t at = i + static_cast<std::size_t>(__builtin_ctz(mask));
@@ -111,8 +120,9 @@ std::size_t StreamFinder::findIn(std::string_view text, std::size_t from) const 
         const std::size_t last = text.size() - m;  // last place a match may start
 #if defined(TAV_FINDER_AVX2)
         if (kHaveAvx2) {
-            const std::size_t at = findAvx2(base, from, last, m, f, other(f), l, other(l),
-                                            [this](const char* p) { return matchesAt(p); }, i);
+            const auto md = static_cast<unsigned char>(pattern_[m / 2]);
+            const unsigned char bytes[6] = {f, other(f), l, other(l), md, other(md)};
+            const std::size_t at = findAvx2(base, from, last, m, bytes, [this](const char* p) { return matchesAt(p); }, i);
             if (at != npos) return at;
         }
 #endif

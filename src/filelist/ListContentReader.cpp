@@ -89,10 +89,15 @@ void readListContent(const std::string& path, std::int64_t size, ContentExtracto
 ListContentPool::ListContentPool(const ContentSpec& spec, int threads, std::function<bool()> stop,
                                  const FileTest* test, bool readContent, CellCopy copy)
     : stop_(std::move(stop)), copy_(std::move(copy)), test_(test), readContent_(readContent) {
-    if (threads < 1) threads = 1;
+    if (threads < 2) threads = 2;
+    readerStop_ = [this] { return cancelled_.load() || (stop_ && stop_()); };
+    // One extractor a worker, and the last for the job's own thread.
     extractors_.resize(static_cast<std::size_t>(threads));
     for (ContentExtractor& e : extractors_) e.configure(spec);
-    for (ContentExtractor& e : extractors_) threads_.emplace_back([this, &e] { work(e); });
+    for (std::size_t i = 0; i + 1 < extractors_.size(); ++i) {
+        ContentExtractor& e = extractors_[i];
+        threads_.emplace_back([this, &e] { work(e); });
+    }
 }
 
 ListContentPool::~ListContentPool() {
@@ -147,8 +152,19 @@ void ListContentPool::cancel() {
     ready_.notify_all();
 }
 
+bool ListContentPool::helpOne() {
+    std::shared_ptr<Task> task;
+    {
+        std::lock_guard<std::mutex> lock(mutex_);
+        if (queue_.empty()) return false;
+        task = std::move(queue_.front());
+        queue_.pop_front();
+    }
+    run(*task, extractors_.back());
+    return true;
+}
+
 void ListContentPool::work(ContentExtractor& extractor) {
-    const std::function<bool()> stop = [this] { return cancelled_.load() || (stop_ && stop_()); };
     for (;;) {
         std::shared_ptr<Task> task;
         {
@@ -158,29 +174,33 @@ void ListContentPool::work(ContentExtractor& extractor) {
             task = std::move(queue_.front());
             queue_.pop_front();
         }
-        ContentResult result;
-        OpenAt at;
-        if (task->directory && task->directory->fd() >= 0) at = OpenAt{task->directory->fd(), task->name.c_str()};
-        readListContent(task->path, task->size, readContent_ ? &extractor : nullptr, test_, stop, result, at);
-        if (result.cells) {
-            if (copy_)
-                copy_(*result.cells, task->cells);
-            else
-                task->cells = *result.cells;
-        }
-        bool awaited = false;
-        {
-            std::lock_guard<std::mutex> lock(mutex_);
-            task->result = std::move(result);
-            if (task->result.cells) {
-                task->result.cells = &task->cells;
-                if (copy_) task->result.takeable = &task->cells;
-            }
-            task->done = true;
-            awaited = awaited_ == task.get();
-        }
-        if (awaited) ready_.notify_all();
+        run(*task, extractor);
     }
+}
+
+void ListContentPool::run(Task& task, ContentExtractor& extractor) {
+    ContentResult result;
+    OpenAt at;
+    if (task.directory && task.directory->fd() >= 0) at = OpenAt{task.directory->fd(), task.name.c_str()};
+    readListContent(task.path, task.size, readContent_ ? &extractor : nullptr, test_, readerStop_, result, at);
+    if (result.cells) {
+        if (copy_)
+            copy_(*result.cells, task.cells);
+        else
+            task.cells = *result.cells;
+    }
+    bool awaited = false;
+    {
+        std::lock_guard<std::mutex> lock(mutex_);
+        task.result = std::move(result);
+        if (task.result.cells) {
+            task.result.cells = &task.cells;
+            if (copy_) task.result.takeable = &task.cells;
+        }
+        task.done = true;
+        awaited = awaited_ == &task;
+    }
+    if (awaited) ready_.notify_all();
 }
 
 }  // namespace tav

@@ -80,6 +80,8 @@ public:
     // Empty: a plain copy.
     using CellCopy = std::function<void(const ContentCells& from, ContentCells& to)>;
 
+    // `threads` readers: threads - 1 workers, and the job's own thread when
+    // it helps (`helpOne`) rather than wait; at least one worker.
     // `stop` is called from the workers and must be safe to call there.
     // With `test`, files are read through it; `readContent` false: the
     // extractors are not fed (only the test reads).
@@ -92,14 +94,19 @@ public:
     std::shared_ptr<Task> submit(std::string path, std::int64_t size,
                                  std::shared_ptr<const OpenDirectory> directory = {}, std::string name = {});
     bool isDone(const Task& task);
+    // Reads the first task no reader has taken, on the calling thread (the
+    // job's); false when every task is taken.
+    bool helpOne();
     void wait(const Task& task);
     // Tasks not begun are dropped; those under way stop at their next chunk.
     void cancel();
 
 private:
     void work(ContentExtractor& extractor);
+    void run(Task& task, ContentExtractor& extractor);
 
     std::function<bool()> stop_;
+    std::function<bool()> readerStop_;  // a cancel or the job's stop
     CellCopy copy_;
     const FileTest* test_ = nullptr;
     bool readContent_ = true;

@@ -159,8 +159,10 @@ private:
             Pending& head = pending_.front();
             if (head.task && !pool_->isDone(*head.task)) {
                 if (!all && pending_.size() <= cap) return;
-                // A full queue waits for a stretch of rows, not for one:
-                // waking for every file costs more than the rows themselves.
+                // Rather than wait, this thread reads a file of the queue.
+                if (pool_->helpOne()) continue;
+                // Every file is taken: wait for a stretch of rows, not for
+                // one, since waking for every file costs more than the rows.
                 pool_->wait(*stretchEnd(all ? 1 : kWakeStretch));
                 pool_->wait(*head.task);
             }
