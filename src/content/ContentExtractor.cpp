@@ -49,7 +49,9 @@ void appendItem(std::string& joined, std::string_view item, const std::string& s
 std::string tidyBytes(std::string_view bytes, std::size_t maxLength) {
     constexpr std::size_t kMargin = 8;
     if (maxLength > 0) {
-        for (std::size_t take = 4 * maxLength + 64; take < bytes.size(); take *= 4) {
+        // Most texts are ASCII with few blanks to drop: a short prefix
+        // usually gives enough characters, and a longer one is tried if not.
+        for (std::size_t take = maxLength + 64; take < bytes.size(); take *= 4) {
             std::string t = Tidy(toDisplayText(bytes.substr(0, take)), maxLength + kMargin, 1, true);
             if (charCount(t) >= maxLength + kMargin) {
                 t.resize(byteLengthOfChars(t, maxLength));

@@ -33,38 +33,71 @@ std::size_t validSequence(std::string_view s, std::size_t i) {
 
 }  // namespace
 
+namespace {
+
+// The UTF-8 form of each byte read as Windows-1252: up to three bytes, and
+// the length in the fourth.
+struct Cp1252Utf8 {
+    unsigned char bytes[256][4];
+    Cp1252Utf8() {
+        for (int b = 0; b < 256; ++b) {
+            std::string u;
+            appendUtf8(u, cp1252CodePoint(static_cast<unsigned char>(b)));
+            std::memcpy(bytes[b], u.data(), u.size());
+            bytes[b][3] = static_cast<unsigned char>(u.size());
+        }
+    }
+};
+const Cp1252Utf8 kCp1252;
+
+}  // namespace
+
 void appendDisplayText(std::string& out, std::string_view bytes) {
-    std::size_t i = 0;
+    // Written through a pointer, a piece at a time: a byte becomes at most
+    // three, and a sequence begun in a piece may end up to three bytes on.
+    constexpr std::size_t kPiece = 1 << 16;
     const std::size_t n = bytes.size();
+    const char* in = bytes.data();
+    std::size_t i = 0;
     while (i < n) {
-        // Runs of ASCII go over in one piece.
-        std::size_t j = i;
-        // Eight bytes at a time while none has its high bit set.
-        while (j + 8 <= n) {
-            std::uint64_t w;
-            std::memcpy(&w, bytes.data() + j, 8);
-            if (w & 0x8080808080808080ULL) break;
-            j += 8;
+        const std::size_t stop = n - i > kPiece ? i + kPiece : n;
+        const std::size_t base = out.size();
+        out.resize(base + 3 * (stop - i) + 4);
+        char* const begin = out.data();
+        char* o = begin + base;
+        while (i < stop) {
+            // Runs of ASCII go over in one piece, eight bytes at a time
+            // while none has its high bit set.
+            std::size_t j = i;
+            while (j + 8 <= stop) {
+                std::uint64_t w;
+                std::memcpy(&w, in + j, 8);
+                if (w & 0x8080808080808080ULL) break;
+                j += 8;
+            }
+            while (j < stop && static_cast<unsigned char>(in[j]) < 0x80) ++j;
+            std::memcpy(o, in + i, j - i);
+            o += j - i;
+            i = j;
+            if (i >= stop) break;
+            const std::size_t len = validSequence(bytes, i);
+            if (len > 0) {
+                std::memcpy(o, in + i, len);
+                o += len;
+                i += len;
+            } else {
+                const unsigned char* u = kCp1252.bytes[static_cast<unsigned char>(in[i])];
+                std::memcpy(o, u, 3);
+                o += u[3];
+                ++i;
+            }
         }
-        while (j < n && static_cast<unsigned char>(bytes[j]) < 0x80) ++j;
-        out.append(bytes.data() + i, j - i);
-        i = j;
-        if (i >= n) break;
-        const std::size_t len = validSequence(bytes, i);
-        if (len > 0) {
-            out.append(bytes.data() + i, len);
-            i += len;
-        } else {
-            const auto b = static_cast<unsigned char>(bytes[i]);
-            appendUtf8(out, cp1252CodePoint(b));
-            ++i;
-        }
+        out.resize(static_cast<std::size_t>(o - begin));
     }
 }
 
 std::string toDisplayText(std::string_view bytes) {
     std::string out;
-    out.reserve(bytes.size());
     appendDisplayText(out, bytes);
     return out;
 }
@@ -82,9 +115,26 @@ char32_t nextCodePoint(std::string_view s, std::size_t& i) {
     return c;
 }
 
+namespace {
+
+// True when the eight bytes at p are all ASCII.
+inline bool asciiWord(const char* p) {
+    std::uint64_t w;
+    std::memcpy(&w, p, 8);
+    return (w & 0x8080808080808080ULL) == 0;
+}
+
+}  // namespace
+
 std::size_t byteLengthOfChars(std::string_view text, std::size_t count) {
     std::size_t i = 0;
-    while (count > 0 && i < text.size()) {
+    const std::size_t n = text.size();
+    while (count > 0 && i < n) {
+        if (count >= 8 && i + 8 <= n && asciiWord(text.data() + i)) {
+            i += 8;
+            count -= 8;
+            continue;
+        }
         if (static_cast<unsigned char>(text[i]) < 0x80) {
             ++i;
         } else {
@@ -96,17 +146,23 @@ std::size_t byteLengthOfChars(std::string_view text, std::size_t count) {
 }
 
 std::size_t charCount(std::string_view text) {
-    std::size_t i = 0, n = 0;
-    while (i < text.size()) {
+    std::size_t i = 0, count = 0;
+    const std::size_t n = text.size();
+    while (i < n) {
+        if (i + 8 <= n && asciiWord(text.data() + i)) {
+            i += 8;
+            count += 8;
+            continue;
+        }
         const auto b = static_cast<unsigned char>(text[i]);
         if (b < 0x80) {
             ++i;
         } else {
             nextCodePoint(text, i);
         }
-        ++n;
+        ++count;
     }
-    return n;
+    return count;
 }
 
 }  // namespace tav

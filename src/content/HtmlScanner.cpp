@@ -252,17 +252,14 @@ inline bool HtmlScanner::tagKey(const unsigned char* t, std::size_t len, std::si
     // Bytes below 0x21 (blank, CR, LF, other controls): the lowest found is exact.
     const std::uint64_t low = (w - ones * 0x21) & ~w & highs;
     std::size_t k = low != 0 ? static_cast<std::size_t>(__builtin_ctzll(low)) / 8 : 8;
-    if (k >= len) {
-        k = len;
-    } else {
-        const unsigned char c = t[k];
-        if (c != ' ' && c != '\r' && c != '\n') return false;
-    }
+    // Whether the word ends at the tag's end or at a blank or line end is
+    // worked out without branches: which of the two it is cannot be guessed.
+    // t[k] is readable: within the tag, or the '>' that ends it.
+    k = k < len ? k : len;
+    const unsigned char c = t[k];
+    const bool wordEnds = (k == len) | (c == ' ') | (c == '\r') | (c == '\n');
+    if (!wordEnds) return false;
     if (k >= 8) {
-        if (len > 8) {
-            const unsigned char c = t[8];
-            if (c != ' ' && c != '\r' && c != '\n') return false;
-        }
         k = 8;
     } else {
         w &= (std::uint64_t{1} << (8 * k)) - 1;

@@ -2,6 +2,10 @@
 
 #include "content/DisplayText.h"
 
+#include <bit>
+#include <cstdint>
+#include <cstring>
+
 namespace tav {
 
 namespace {
@@ -22,6 +26,27 @@ std::size_t firstKeepable(std::string_view s, std::size_t from) {
         if (keepsAtStart(nextCodePoint(s, next))) return i;
         i = next;
     }
+    return i;
+}
+
+// Index of the first CR or LF at or after `from`, or the text's size;
+// eight bytes a step.
+std::size_t lineEndFrom(std::string_view s, std::size_t from) {
+    constexpr std::uint64_t ones = 0x0101010101010101ULL;
+    constexpr std::uint64_t highs = 0x8080808080808080ULL;
+    std::size_t i = from;
+    const std::size_t n = s.size();
+    while (std::endian::native == std::endian::little && i + 8 <= n) {
+        std::uint64_t w;
+        std::memcpy(&w, s.data() + i, 8);
+        const std::uint64_t cr = w ^ (ones * '\r');
+        const std::uint64_t lf = w ^ (ones * '\n');
+        // A zero byte in either: the first such byte is exact.
+        const std::uint64_t zero = ((cr - ones) & ~cr & highs) | ((lf - ones) & ~lf & highs);
+        if (zero != 0) return i + static_cast<std::size_t>(std::countr_zero(zero)) / 8;
+        i += 8;
+    }
+    while (i < n && s[i] != '\r' && s[i] != '\n') ++i;
     return i;
 }
 
@@ -48,8 +73,7 @@ void Tidy(std::string_view text, std::size_t maxLength, int maxBlankLines, bool 
     bool firstLine = true;
     const std::size_t n = text.size();
     while (true) {
-        std::size_t end = pos;
-        while (end < n && text[end] != '\r' && text[end] != '\n') ++end;
+        const std::size_t end = lineEndFrom(text, pos);
         std::string_view line = text.substr(pos, end - pos);
         const bool last = end >= n;
         if (firstLine) {
