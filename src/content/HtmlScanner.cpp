@@ -635,6 +635,23 @@ void HtmlScanner::feed(std::string_view chunk) {
                     load();
                     continue;
                 }
+                // A tag whose '>' is the next event of the block and whose
+                // first word needs no more work is done with at once.
+                if (events != 0) {
+                    const std::size_t end = b + static_cast<std::size_t>(__builtin_ctzll(events));
+                    std::uint64_t key;
+                    std::uint8_t keyLen;
+                    if (s[end] == '>' && tagKey(s + hit + 1, end - hit - 1, n - hit - 1, key, keyLen)) {
+                        const TagMemo& memo = tagMemo_[memoSlot(key, keyLen)];
+                        if (memo.generation == generation_ && memo.key == key && memo.length == keyLen) {
+                            events &= events - 1;
+                            if (!tagBuf_.empty()) tagBuf_.clear();
+                            pieceStart = pos_ + static_cast<std::int64_t>(end) + 1;
+                            runFrom = end + 1;
+                            continue;
+                        }
+                    }
+                }
                 // A tag begins: the common case, kept inline. A tag cut by
                 // the seam before this chunk has been dealt with by now.
                 mode = Mode::Tag;
