@@ -43,7 +43,11 @@ void readListContent(const std::string& path, std::int64_t size, ContentExtracto
     FileCloser closer(fd);
     thread_local std::vector<char> buffer;
     buffer.resize(kListReadChunk);
+    // The walk gave the size: once that much is read, no read is spent on
+    // finding the end (a file that grew since is read as the walk saw it).
+    std::int64_t left = size;
     for (;;) {
+        if (left == 0) break;
         if (stop && stop()) {
             out.stopped = true;
             return;
@@ -55,7 +59,12 @@ void readListContent(const std::string& path, std::int64_t size, ContentExtracto
             break;
         }
         if (got == 0) break;
-        if (!extractor.feed(std::string_view(buffer.data(), static_cast<std::size_t>(got)))) break;
+        std::size_t take = static_cast<std::size_t>(got);
+        if (left > 0) {
+            if (static_cast<std::int64_t>(take) > left) take = static_cast<std::size_t>(left);
+            left -= static_cast<std::int64_t>(take);
+        }
+        if (!extractor.feed(std::string_view(buffer.data(), take))) break;
     }
     extractor.finish();
     if (out.error.empty()) out.cells = &extractor.cells();

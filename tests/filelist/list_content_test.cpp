@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <fstream>
 #include <string>
 #include <vector>
 
@@ -109,6 +110,27 @@ TEST(ListContent, AFileThatVanishesKeepsItsRowWithAnErrorLine) {
     ASSERT_EQ(table.errors().size(), 1u);
     EXPECT_EQ(table.errors()[0].text, "Error opening file >>" + gone + "<<.");
     EXPECT_TRUE(table.totals().complete);
+}
+
+TEST(ListContent, AFileIsReadAsTheWalkFoundIt) {
+    tavtest::TempDir dir;
+    dir.write("grows.txt", "first part;");
+    for (int threads : {1, 2}) {
+        dir.write("grows.txt", "first part;");
+        ListJobSpec spec = specFor("{" + dir.str() + "/}", {1, 16});
+        spec.content.options.BytL = 5;
+        spec.contentThreads = threads;
+        spec.lister = [&](const std::string& d, std::vector<FoundItem>& items) {
+            const bool ok = listDirectory(d, items);
+            std::ofstream(dir / "grows.txt", std::ios::app) << "second part";  // written after the walk
+            return ok;
+        };
+        RowTable table;
+        JobContext job;
+        EXPECT_TRUE(FindAndListFiles(spec, job, table));
+        // The last ten bytes, cut to five characters: of the file as it was.
+        EXPECT_EQ(cellOf(table, "grows.txt", 16), "irst ") << threads;
+    }
 }
 
 TEST(ListContent, ASectionWithoutTagsIsReportedOnce) {
