@@ -66,6 +66,11 @@ bool isValidUtf8(std::string_view bytes) {
             }
             continue;
         }
+        // Two-byte sequences (Latin letters) without the general test.
+        if (p[i] >= 0xC2 && p[i] <= 0xDF && i + 1 < n && (p[i + 1] & 0xC0) == 0x80) {
+            i += 2;
+            continue;
+        }
         size_t len = sequenceLength(p + i, n - i);
         if (len == 0) return false;
         i += len;

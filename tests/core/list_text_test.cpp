@@ -90,6 +90,10 @@ TEST(Utf8, InvalidTextReadsAsWindows1252) {
     EXPECT_EQ(toUtf8("caf\xE9"), "caf\xC3\xA9");
     EXPECT_EQ(toUtf8("\x80"), "\xE2\x82\xAC");
     EXPECT_FALSE(isValidUtf8("\xC0\x80"));  // overlong
+    EXPECT_FALSE(isValidUtf8("\xC1\xBF"));  // overlong
+    EXPECT_FALSE(isValidUtf8("abcdefgh\xC3"));  // cut at the end
+    EXPECT_FALSE(isValidUtf8("abcdefgh\xC3" "A"));
+    EXPECT_TRUE(isValidUtf8("abcdefgh\xC3\xA9\xDF\xBF" "abcdefgh"));
     EXPECT_EQ(utf8Length("a\xC2\xA0" "b"), 3u);
 }
 
