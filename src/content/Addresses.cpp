@@ -57,26 +57,31 @@ std::string EndChars::toList() const {
 EndChars defaultWwwEndChars() { return EndChars::fromChars("<>\"' )([],;\\^"); }
 EndChars defaultMailEndChars() { return EndChars::fromChars("<>\"' )([],;:/\\?=&^"); }
 
+// Everything up to the last of ": =<>\n\"/;" that stands before the '@' is
+// dropped (dropping them one kind after the other comes to the same), the
+// text is cut before the first of "\">&<)" behind it, and a final '.' goes.
 std::string cleanMailCandidate(std::string_view candidate) {
-    std::string s(candidate);
-    // Drop everything up to each of these that stands before the '@'.
-    for (char c : std::string_view(": =<>\n\"/;")) {
-        while (true) {
-            const std::size_t at = s.find('@');
-            const std::size_t p = s.find(c);
-            if (p == std::string::npos || at == std::string::npos || p >= at) break;
-            s.erase(0, p + 1);
+    constexpr std::string_view kBefore = ": =<>\n\"/;";
+    constexpr std::string_view kBehind = "\">&<)";
+    std::size_t from = 0, to = candidate.size();
+    const std::size_t at = candidate.find('@');
+    if (at != std::string_view::npos) {
+        for (std::size_t i = at; i > 0; --i) {
+            if (kBefore.find(candidate[i - 1]) != std::string_view::npos) {
+                from = i;
+                break;
+            }
+        }
+        for (std::size_t i = at + 1; i < candidate.size(); ++i) {
+            if (kBehind.find(candidate[i]) != std::string_view::npos) {
+                to = i;
+                break;
+            }
         }
     }
-    // Cut before each of these that stands behind the '@'.
-    for (char c : std::string_view("\">&<)")) {
-        const std::size_t at = s.find('@');
-        if (at == std::string::npos) break;
-        const std::size_t p = s.find(c, at + 1);
-        if (p != std::string::npos) s.erase(p);
-    }
-    if (!s.empty() && s.back() == '.') s.pop_back();
-    return s;
+    std::string_view kept = candidate.substr(from, to - from);
+    if (!kept.empty() && kept.back() == '.') kept.remove_suffix(1);
+    return std::string(kept);
 }
 
 namespace {
@@ -91,10 +96,6 @@ bool equalsIgnoreCase(std::string_view a, std::string_view b) {
     }
     return true;
 }
-
-}  // namespace
-
-namespace {
 
 }  // namespace
 

@@ -2,7 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdint>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace {
@@ -70,3 +72,37 @@ TEST(EndChars, StoredListGoesBothWays) {
 }
 
 }  // namespace
+
+// The rule as the steps state it, one kind of character after the other,
+// against the cleaner on random candidates.
+TEST(MailCandidate, AgreesWithTheStepByStepRule) {
+    auto stepwise = [](std::string s) {
+        for (char c : std::string_view(": =<>\n\"/;")) {
+            for (;;) {
+                const std::size_t at = s.find('@'), p = s.find(c);
+                if (p == std::string::npos || at == std::string::npos || p >= at) break;
+                s.erase(0, p + 1);
+            }
+        }
+        for (char c : std::string_view("\">&<)")) {
+            const std::size_t at = s.find('@');
+            if (at == std::string::npos) break;
+            const std::size_t p = s.find(c, at + 1);
+            if (p != std::string::npos) s.erase(p);
+        }
+        if (!s.empty() && s.back() == '.') s.pop_back();
+        return s;
+    };
+    const std::string alphabet = "ab.@:=<>\n\"/;&) ";
+    std::uint32_t seed = 12345;
+    for (int round = 0; round < 5000; ++round) {
+        std::string s;
+        seed = seed * 1103515245u + 12345u;
+        const std::size_t length = (seed >> 16) % 24;
+        for (std::size_t i = 0; i < length; ++i) {
+            seed = seed * 1103515245u + 12345u;
+            s += alphabet[(seed >> 16) % alphabet.size()];
+        }
+        ASSERT_EQ(tav::cleanMailCandidate(s), stepwise(s)) << s;
+    }
+}
