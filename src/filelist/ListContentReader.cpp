@@ -165,9 +165,13 @@ bool ListContentPool::helpOne() {
     std::shared_ptr<Task> task;
     {
         std::lock_guard<std::mutex> lock(mutex_);
-        if (queue_.empty()) return false;
-        task = std::move(queue_.front());
-        queue_.pop_front();
+        // The first file small enough: a long read here would hold up the
+        // rows the job sends on.
+        auto it = queue_.begin();
+        while (it != queue_.end() && ((*it)->size < 0 || (*it)->size > kHelpBytes)) ++it;
+        if (it == queue_.end()) return false;
+        task = std::move(*it);
+        queue_.erase(it);
     }
     run(*task, extractors_.back());
     return true;

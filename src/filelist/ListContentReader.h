@@ -94,9 +94,10 @@ public:
     std::shared_ptr<Task> submit(std::string path, std::int64_t size,
                                  std::shared_ptr<const OpenDirectory> directory = {}, std::string name = {});
     bool isDone(const Task& task);
-    // Reads the first task no reader has taken, on the calling thread (the
-    // job's); false when every task is taken.
+    // Reads the first task no reader has taken whose file has at most
+    // kHelpBytes, on the calling thread (the job's); false when there is none.
     bool helpOne();
+    static constexpr std::int64_t kHelpBytes = 4 << 20;
     void wait(const Task& task);
     // Tasks not begun are dropped; those under way stop at their next chunk.
     void cancel();
