@@ -1,6 +1,7 @@
 #include "frame/RefreshSpec.h"
 
 #include <cstdlib>
+#include <thread>
 
 #include "core/ListText.h"
 #include "filelist/ColumnTypes.h"
@@ -116,7 +117,9 @@ RefreshSpec makeRefreshSpec(const WindowState& w, IniStore& ini, bool searchActi
     o.IncEndTag = w.flag("Include html end tags");
     const std::string sep = w.value("List Seperator");
     if (!sep.empty()) o.LstSep = sep;
-    job.contentThreads = 2;
+    // Every core reads: the job's own thread and one worker for each other core.
+    const unsigned cores = std::thread::hardware_concurrency();
+    job.contentThreads = cores < 2 ? 2 : cores > 8 ? 8 : static_cast<int>(cores);
     return out;
 }
 
