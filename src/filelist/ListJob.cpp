@@ -6,12 +6,8 @@
 #include <memory>
 
 #include "core/AppError.h"
-#include "filelist/CleanCell.h"
-#include "filelist/FormatCellPut.h"
-#include "filelist/FormatFileTimeCell.h"
-#include "filelist/FormatIntegerCell.h"
-#include "filelist/FormatLocalTime.h"
 #include "filelist/ListSpec.h"
+#include "filelist/RowCellWriter.h"
 
 namespace tav {
 
@@ -27,13 +23,7 @@ void lowerInPlace(std::string& s) {
 class ListMaker {
 public:
     ListMaker(const ListJobSpec& spec, JobContext& job, RowSink& sink)
-        : spec_(spec), layout_(spec.layout), job_(job), sink_(sink), test_(spec.fileTest) {
-        for (const ListColumn& c : layout_.columns) {
-            keyMasks_.push_back(c.isKey ? c.mask : std::string());
-            keyGrew_.push_back(false);
-            timeMasks_.emplace_back(c.mask);
-            integerMasks_.emplace_back(c.mask);
-        }
+        : spec_(spec), layout_(spec.layout), job_(job), sink_(sink), test_(spec.fileTest), cells_(spec.layout) {
         searchReads_ = test_ && test_->testsContent();
         readFiles_ = layout_.readContent;
         if (readFiles_ || searchReads_) {
@@ -45,7 +35,7 @@ public:
                 pool_ = std::make_unique<ListContentPool>(
                     content, spec.contentThreads, [&job] { return job.stopRequested(); },
                     searchReads_ ? test_ : nullptr, readFiles_,
-                    [this](const ContentCells& from, ContentCells& to) { copyCells(from, to); });
+                    [this](const ContentCells& from, ContentCells& to) { cells_.copyContent(from, to); });
             } else if (readFiles_) {
                 extractor_.configure(content);
             }
@@ -94,8 +84,8 @@ public:
 
 private:
     void finish() {
-        totals_.keyMasks = keyMasks_;
-        totals_.keyGrew = keyGrew_;
+        totals_.keyMasks = cells_.keyMasks();
+        totals_.keyGrew = cells_.keyGrew();
         sink_.finish(totals_);
     }
 
@@ -292,7 +282,7 @@ private:
 
     // The row of one item, with the content read for it (null: none read).
     bool emitRow(const FoundItem& item, const ContentResult* content, const FileVerdict* verdict = nullptr) {
-        row_.assign(layout_.columns.size(), std::string());
+        cells_.begin();
         ++totals_.filesListed;
         std::string name, type;
         if (item.isDirectory) {
@@ -312,48 +302,34 @@ private:
         if (!baseDir_.empty() && path.compare(0, baseDir_.size(), baseDir_) == 0)
             path = std::string("..") + kSep + path.substr(baseDir_.size());
 
-        PutInteger(col::Number, totals_.filesListed);
-        PutCell(col::FileName, name);
-        PutCell(col::Type, type);
-        PutFileTimes(col::Date, col::Time, item.modified);
-        PutCell(col::FilePath, path);
+        cells_.PutInteger(col::Number, totals_.filesListed);
+        cells_.PutCell(col::FileName, name);
+        cells_.PutCell(col::Type, type);
+        cells_.PutFileTimes(col::Date, col::Time, item.modified);
+        cells_.PutCell(col::FilePath, path);
         if (wanted(col::Attrib)) {
             std::string attrib;
             if (item.hidden) attrib += 'h';
             if (item.system) attrib += 's';
             if (item.readOnly) attrib += 'r';
-            PutCell(col::Attrib, attrib);
+            cells_.PutCell(col::Attrib, attrib);
         }
         if (!item.isDirectory) {
-            PutInteger(col::Size, item.size);
+            cells_.PutInteger(col::Size, item.size);
             if (item.size > 0) totals_.bytesListed += item.size;
         }
-        PutFileTimes(col::CreatedDate, col::CreatedTime, item.created);
-        PutFileTimes(col::ReadDate, col::ReadTime, item.accessed);
+        cells_.PutFileTimes(col::CreatedDate, col::CreatedTime, item.created);
+        cells_.PutFileTimes(col::ReadDate, col::ReadTime, item.accessed);
 
         if (verdict) {
-            PutCell(col::FoundValue, verdict->found.value, true);
-            PutCell(col::FoundAt, verdict->found.byteNumber);
-            PutCell(col::FoundText, verdict->found.text);
+            cells_.PutCell(col::FoundValue, verdict->found.value, true);
+            cells_.PutCell(col::FoundAt, verdict->found.byteNumber);
+            cells_.PutCell(col::FoundText, verdict->found.text);
         }
         if (content) {
             if (content->cells) {
                 const ContentCells& cells = *content->cells;
-                ContentCells* own = content->takeable;  // cleaned on a reader thread
-                for (int t : kContentColTypes) {
-                    if (!wanted(t)) continue;
-                    if (own && takesAsItStands(t))
-                        row_[cellPosition(t)] = std::move(*own->forColType(t));
-                    else if (const std::string* text = cells.forColType(t))
-                        PutCell(t, *text, true);
-                }
-                for (std::size_t i = 0; i < layout_.userColumns.size() && i < cells.spanCols.size(); ++i) {
-                    const int t = layout_.userColumns[i].def.colType;
-                    if (own && takesAsItStands(t))
-                        row_[cellPosition(t)] = std::move(own->spanCols[i]);
-                    else
-                        PutCell(t, cells.spanCols[i], true);
-                }
+                cells_.putContent(cells, content->takeable);
                 for (const std::string& line : cells.errors) sink_.fileError(item.path(), line);
             } else {
                 sink_.fileError(item.path(), content->error);
@@ -361,110 +337,11 @@ private:
         }
 
         Row row;
-        row.cells = std::move(row_);
+        row.cells = cells_.take();
         row.isDirectory = item.isDirectory;
         row.path = item.path();
-        row_.clear();
         if (!sink_.row(std::move(row))) stopped_ = true;
         return !stopped_;
-    }
-
-    static constexpr int kContentColTypes[] = {col::FirstBytes, col::Title,    col::FirstPlain,
-                                               col::LastPlain,  col::LastBytes, col::MetaTags,
-                                               col::HtmlTags,   col::Mail,      col::Www};
-
-    std::size_t cellPosition(int colType) const {
-        return static_cast<std::size_t>(layout_.position[static_cast<std::size_t>(colType)]);
-    }
-
-    // A wanted column with neither a key nor a display mask: its cell is
-    // the cleaned text as it stands.
-    bool takesAsItStands(int colType) const {
-        return wanted(colType) && layout_.keyColumn[static_cast<std::size_t>(colType)] < 0 &&
-               layout_.columns[cellPosition(colType)].mask.empty();
-    }
-
-    // A reader's copy of its extractor's cells for the job: the cells taken
-    // as they stand are cleaned here, off the job's thread; the others go
-    // through `PutCell` on the job's thread as read.
-    void copyCells(const ContentCells& from, ContentCells& to) const {
-        auto one = [&](int colType, const std::string& text, std::string& into) {
-            if (!wanted(colType)) return;
-            into = takesAsItStands(colType) ? cleanCell(text) : text;
-        };
-        for (int t : kContentColTypes)
-            if (const std::string* text = from.forColType(t)) one(t, *text, *to.forColType(t));
-        to.spanCols.resize(from.spanCols.size());
-        for (std::size_t i = 0; i < from.spanCols.size(); ++i)
-            one(i < layout_.userColumns.size() ? layout_.userColumns[i].def.colType : -1, from.spanCols[i],
-                to.spanCols[i]);
-        to.errors = from.errors;
-    }
-
-    // `PutCell`: the display cell through its mask and, where the column has
-    // one, the key cell through its key mask. A numeric key longer than its
-    // mask grows the mask; earlier rows are fixed up by whoever holds them.
-    void PutCell(int colType, std::string_view value, bool clean = false) {
-        if (!wanted(colType)) return;
-        const std::size_t pos = static_cast<std::size_t>(layout_.position[static_cast<std::size_t>(colType)]);
-        const int key = layout_.keyColumn[static_cast<std::size_t>(colType)];
-        const std::string& displayMask = layout_.columns[pos].mask;
-        if (key >= 0) {
-            const std::size_t k = static_cast<std::size_t>(key);
-            CellTexts texts = formatCellTexts(value, displayMask, keyMasks_[k], layout_.columns[k].keyMayGrow);
-            if (texts.keyGrew) {
-                keyMasks_[k] = texts.keyMask;
-                keyGrew_[k] = true;
-                timeMasks_[k] = FileTimeCellMask(keyMasks_[k]);
-                integerMasks_[k] = IntegerCellMask(keyMasks_[k]);
-            }
-            row_[k] = std::move(texts.key);
-            row_[pos] = clean && displayMask.empty() ? cleanCell(texts.display) : std::move(texts.display);
-        } else if (!displayMask.empty()) {
-            row_[pos] = formatCellTexts(value, displayMask, {}, false).display;
-        } else {
-            row_[pos] = clean ? cleanCell(value) : std::string(value);
-        }
-    }
-
-    // The date and time columns of one file time, converted once. The cells
-    // are made straight from the civil time; a key that may grow takes the
-    // long way, through the value text.
-    void PutFileTimes(int dateColType, int timeColType, std::int64_t seconds) {
-        if (!wanted(dateColType) && !wanted(timeColType)) return;
-        const CivilDateTime when = clock_.fromPosix(seconds);
-        PutFileTime(dateColType, when, FileTimePart::Date);
-        PutFileTime(timeColType, when, FileTimePart::Time);
-    }
-
-    void PutFileTime(int colType, const CivilDateTime& when, FileTimePart part) {
-        if (!wanted(colType)) return;
-        const std::size_t pos = static_cast<std::size_t>(layout_.position[static_cast<std::size_t>(colType)]);
-        const int key = layout_.keyColumn[static_cast<std::size_t>(colType)];
-        if (key >= 0 && layout_.columns[static_cast<std::size_t>(key)].keyMayGrow) {
-            PutCell(colType, fileTimeValueText(when, part));
-            return;
-        }
-        row_[pos] = timeMasks_[pos].cell(when, part);
-        if (key >= 0) row_[static_cast<std::size_t>(key)] = timeMasks_[static_cast<std::size_t>(key)].cell(when, part);
-    }
-
-    // A whole number (size, row number) the same way.
-    void PutInteger(int colType, std::int64_t value) {
-        if (!wanted(colType)) return;
-        const std::size_t pos = static_cast<std::size_t>(layout_.position[static_cast<std::size_t>(colType)]);
-        const int key = layout_.keyColumn[static_cast<std::size_t>(colType)];
-        if (key >= 0) {
-            const std::size_t k = static_cast<std::size_t>(key);
-            std::size_t digits = 1;
-            for (std::int64_t v = value; v >= 10; v /= 10) ++digits;
-            if (value < 0 || (layout_.columns[k].keyMayGrow && digits > keyMasks_[k].size())) {
-                PutCell(colType, std::to_string(value));
-                return;
-            }
-            row_[k] = integerMasks_[k].cell(value);
-        }
-        row_[pos] = integerMasks_[pos].cell(value);
     }
 
     const ListJobSpec& spec_;
@@ -480,14 +357,7 @@ private:
     bool readFiles_ = false;    // content columns are read
     bool searchReads_ = false;  // the test reads files
     bool quietSearchErrors_ = false;
-    LocalTimeConverter clock_;
-    std::vector<std::string> keyMasks_;
-    std::vector<bool> keyGrew_;
-    // The masks of each grid column (the key mask for a key column), read
-    // once for the dates, times and numbers of every row.
-    std::vector<FileTimeCellMask> timeMasks_;
-    std::vector<IntegerCellMask> integerMasks_;
-    std::vector<std::string> row_;
+    RowCellWriter cells_;
     std::string baseDir_;
     ListTotals totals_;
     bool stopped_ = false;  // the sink asked to stop
