@@ -24,7 +24,7 @@ const char* const kListOptionsUsage =
     "  --sort LIST         columns to sort by; --descending, --case (case-sensitive)\n"
     "  --renumber          number the rows again after the sort\n"
     "  --first-part N      read only the first N bytes of each file\n"
-    "  --lower             names and paths in lower case\n"
+    "  --lowercase         names and paths in lower case (also --lower)\n"
     "  --threads N         read files on N threads (rows keep their order)\n"
     "  --limit N           stop after N rows\n"
     "  --errors            print the error list on standard error\n"
@@ -82,7 +82,7 @@ bool takeListOption(const std::vector<std::string>& args, std::size_t& i, ListAr
         else if (!parseCount(text, out))
             problem = "option " + opt + " needs a whole number, not '" + text + "'";
     };
-    static const char* const kFlags[] = {"--subdirs", "--dirs",       "--no-dirs", "--lower",    "--dirs-to-top",
+    static const char* const kFlags[] = {"--subdirs", "--dirs",       "--no-dirs", "--lower", "--lowercase", "--dirs-to-top",
                                          "--hidden",  "--system",     "--descending", "--case", "--renumber",
                                          "--errors", "--csv", "--end-tags"};
     bool flag = false;
@@ -124,7 +124,7 @@ bool takeListOption(const std::vector<std::string>& args, std::size_t& i, ListAr
         a.dirs = 1;
     } else if (opt == "--no-dirs") {
         a.dirs = 0;
-    } else if (opt == "--lower") {
+    } else if (opt == "--lower" || opt == "--lowercase") {
         a.lower = true;
     } else if (opt == "--dirs-to-top") {
         a.dirsToTop = true;

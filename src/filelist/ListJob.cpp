@@ -293,14 +293,16 @@ private:
             name = dot == std::string::npos ? item.name : item.name.substr(0, dot);
             type = dot == std::string::npos ? std::string() : item.name.substr(dot + 1);
         }
+        // The path is made relative before the case changes: the base
+        // directory keeps the case the list spec gave it.
         std::string path = item.directory;
+        if (!baseDir_.empty() && path.compare(0, baseDir_.size(), baseDir_) == 0)
+            path = std::string("..") + kSep + path.substr(baseDir_.size());
         if (spec_.lowerCaseNames) {
             lowerInPlace(name);
             if (!item.isDirectory) lowerInPlace(type);
             lowerInPlace(path);
         }
-        if (!baseDir_.empty() && path.compare(0, baseDir_.size(), baseDir_) == 0)
-            path = std::string("..") + kSep + path.substr(baseDir_.size());
 
         cells_.PutInteger(col::Number, totals_.filesListed);
         cells_.PutCell(col::FileName, name);

@@ -121,3 +121,16 @@ TEST_F(ListCommand, NamesThatAreNotUtf8PrintAsWindows1252OnOneLine) {
     ListRun r = runList(scratch, {"--columns", "FileName", "--sort", "1", odd.str()});
     EXPECT_EQ(linesOf(r.out), (std::vector<std::string>{"FileName", "caf\xc3\xa9", "two lines"}));
 }
+
+TEST_F(ListCommand, LowercaseNamesTypesAndPaths) {
+    tavtest::TempDir mixed;
+    mixed.write("Base/Sub Dir/Read ME.TXT", "x");
+    for (const char* option : {"--lowercase", "--lower"}) {
+        ListRun r = runList(scratch, {"--columns", "FileName|Type|FilePath", "--no-dirs", "--subdirs", option,
+                                      mixed.str() + "/Base/"});
+        EXPECT_EQ(r.code, 0) << r.err;
+        const auto lines = linesOf(r.out);
+        ASSERT_EQ(lines.size(), 2u) << r.out;
+        EXPECT_EQ(lines[1], "read me\ttxt\t../sub dir/") << option;
+    }
+}
