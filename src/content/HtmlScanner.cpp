@@ -238,8 +238,7 @@ bool HtmlScanner::onTagEnd(std::string_view text) {
 // bytes as they stand (another case is another key), packed in a 64-bit
 // word. False when the word is longer than 8 bytes or ends in a control
 // character other than CR and LF; such tags take the full path.
-inline bool HtmlScanner::tagKey(const unsigned char* t, std::size_t len, std::size_t room, std::uint64_t& key,
-                                std::uint8_t& keyLen) {
+inline bool HtmlScanner::tagKey(const unsigned char* t, std::size_t len, std::size_t room, std::uint64_t& key) {
 #if defined(__BYTE_ORDER__) && __BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__
     constexpr std::uint64_t ones = 0x0101010101010101ULL;
     constexpr std::uint64_t highs = 0x8080808080808080ULL;
@@ -265,14 +264,12 @@ inline bool HtmlScanner::tagKey(const unsigned char* t, std::size_t len, std::si
         w &= (std::uint64_t{1} << (8 * k)) - 1;
     }
     key = w;
-    keyLen = static_cast<std::uint8_t>(k);
     return true;
 #else
     (void)t;
     (void)len;
     (void)room;
     (void)key;
-    (void)keyLen;
     return false;
 #endif
 }
@@ -391,9 +388,8 @@ void HtmlScanner::onHit(std::string_view chunk, std::size_t hit, unsigned char c
                 // The caller found no memo of this first word: deal with the
                 // tag, and remember the word if it needs no more work.
                 std::uint64_t key;
-                std::uint8_t keyLen;
-                const bool keyed = tagKey(s + runFrom, part.size(), n - runFrom, key, keyLen);
-                if (onTagEnd(part) && keyed) tagMemo_[memoSlot(key, keyLen)] = TagMemo{key, generation_, keyLen};
+                const bool keyed = tagKey(s + runFrom, part.size(), n - runFrom, key);
+                if (onTagEnd(part) && keyed) tagMemo_[memoSlot(key)] = TagMemo{key, generation_};
             } else {
                 if (tagBuf_.size() < kMaxTag) tagBuf_.append(part.substr(0, kMaxTag - tagBuf_.size()));
                 onTagEnd(tagBuf_);
@@ -640,10 +636,9 @@ void HtmlScanner::feed(std::string_view chunk) {
                 if (events != 0) {
                     const std::size_t end = b + static_cast<std::size_t>(__builtin_ctzll(events));
                     std::uint64_t key;
-                    std::uint8_t keyLen;
-                    if (s[end] == '>' && tagKey(s + hit + 1, end - hit - 1, n - hit - 1, key, keyLen)) {
-                        const TagMemo& memo = tagMemo_[memoSlot(key, keyLen)];
-                        if (memo.generation == generation_ && memo.key == key && memo.length == keyLen) {
+                    if (s[end] == '>' && tagKey(s + hit + 1, end - hit - 1, n - hit - 1, key)) {
+                        const TagMemo& memo = tagMemo_[memoSlot(key)];
+                        if (memo.generation == generation_ && memo.key == key) {
                             events &= events - 1;
                             if (!tagBuf_.empty()) tagBuf_.clear();
                             pieceStart = pos_ + static_cast<std::int64_t>(end) + 1;
@@ -663,10 +658,9 @@ void HtmlScanner::feed(std::string_view chunk) {
                 if (mode == Mode::Tag && tagBuf_.empty()) {
                     // A tag whose first word needs no more work ends here.
                     std::uint64_t key;
-                    std::uint8_t keyLen;
-                    if (tagKey(s + runFrom, hit - runFrom, n - runFrom, key, keyLen)) {
-                        const TagMemo& memo = tagMemo_[memoSlot(key, keyLen)];
-                        if (memo.generation == generation_ && memo.key == key && memo.length == keyLen) {
+                    if (tagKey(s + runFrom, hit - runFrom, n - runFrom, key)) {
+                        const TagMemo& memo = tagMemo_[memoSlot(key)];
+                        if (memo.generation == generation_ && memo.key == key) {
                             pieceStart = pos_ + static_cast<std::int64_t>(hit) + 1;
                             mode = Mode::Text;
                             runFrom = hit + 1;

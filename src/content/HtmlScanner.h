@@ -76,8 +76,7 @@ private:
         tagLast_[0] = tagLast_[1] = 0;
     }
     bool onTagEnd(std::string_view text);
-    static bool tagKey(const unsigned char* t, std::size_t len, std::size_t room, std::uint64_t& key,
-                       std::uint8_t& keyLen);
+    static bool tagKey(const unsigned char* t, std::size_t len, std::size_t room, std::uint64_t& key);
     void addTag(std::string_view name);
     void enterBlock(BlockKind kind, std::int64_t start);
     void endBlock(std::string_view text);
@@ -106,15 +105,16 @@ private:
         std::uint32_t generation = 0;  // the file it belongs to; another: free
     };
     std::array<NameSlot, 512> nameSlots_{};
-    // First words of tags that need no more work in this file.
+    // First words of tags that need no more work in this file. A key holds
+    // the word's bytes (none below 0x21) and zeros after them, so it tells
+    // the word's length too.
     struct TagMemo {
         std::uint64_t key = 0;
         std::uint32_t generation = 0;  // the file it belongs to
-        std::uint8_t length = 0;
     };
     std::array<TagMemo, 256> tagMemo_{};
-    static std::size_t memoSlot(std::uint64_t key, std::uint8_t length) {
-        return static_cast<std::size_t>((key * 0x9E3779B97F4A7C15ULL + length) >> 56);
+    static std::size_t memoSlot(std::uint64_t key) {
+        return static_cast<std::size_t>((key * 0x9E3779B97F4A7C15ULL) >> 56);
     }
     std::uint32_t generation_ = 0;
 
