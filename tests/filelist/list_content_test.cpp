@@ -269,6 +269,10 @@ TEST(ListThreads, AQueueFullManyTimesOverKeepsOrderAndCells) {
                   "<title>Page\r\n" + n + "</title><h1>H\n" + n + "</h1>" +
                       std::string(static_cast<std::size_t>(i % 11) * 3000, 'x') + "<p>m" + n + "@example.com</p>");
     }
+    // Files too long for the job's own thread to take go to the workers.
+    std::string big;
+    for (int i = 0; big.size() < 5u << 20; ++i) big += "<p>line " + std::to_string(i) + " mail@big.org</p>\n";
+    dir.write("d2/big.htm", "<title>Big</title>" + big);
     UserColumn h1;
     ASSERT_TRUE(parseUserColumn("[H1 Heading];[<h1>];[</h1>];[];[];[];[];[H1]", h1));
     h1.def.colType = 27;
@@ -283,8 +287,9 @@ TEST(ListThreads, AQueueFullManyTimesOverKeepsOrderAndCells) {
         return rows;
     };
     const auto one = run(1);
-    ASSERT_EQ(one.size(), 1300u);
+    ASSERT_EQ(one.size(), 1301u);
     EXPECT_EQ(run(2), one);
+    EXPECT_EQ(run(3), one);
     RowTable table;
     JobContext job;
     ListJobSpec spec = specFor("{" + dir.str() + "/ <*+>}", {1, 10, 27}, {h1});
