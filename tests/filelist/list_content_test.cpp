@@ -48,6 +48,17 @@ public:
     }
 };
 
+// The cells of every row of a run on `threads` readers.
+std::vector<std::vector<std::string>> rowsOn(ListJobSpec spec, int threads) {
+    RowTable table;
+    JobContext job;
+    spec.contentThreads = threads;
+    EXPECT_TRUE(FindAndListFiles(spec, job, table));
+    std::vector<std::vector<std::string>> rows;
+    for (const Row& r : table.rows()) rows.push_back(r.cells);
+    return rows;
+}
+
 const char* const kPage =
     "<html><head><title>Fish and\r\nchips</title>\r\n"
     "<meta name=\"description\" content=\"All about fish\">\r\n</head>\r\n"
@@ -242,21 +253,12 @@ TEST(ListThreads, RowsLeaveInWalkOrderWithTheSameCells) {
                       "<p>mail" + n + "@example.com</p></html>");
     }
     dir.write("s1/gone/keep.txt", "x");
-    auto run = [&](int threads) {
-        RowTable table;
-        JobContext job;
-        ListJobSpec spec = specFor("{" + dir.str() + "/ <*+>}", {4, 1, 10, 26, 22, 3});
-        spec.listDirs = true;
-        spec.contentThreads = threads;
-        EXPECT_TRUE(FindAndListFiles(spec, job, table));
-        std::vector<std::vector<std::string>> rows;
-        for (const Row& r : table.rows()) rows.push_back(r.cells);
-        return rows;
-    };
-    const auto one = run(1);
+    ListJobSpec spec = specFor("{" + dir.str() + "/ <*+>}", {4, 1, 10, 26, 22, 3});
+    spec.listDirs = true;
+    const auto one = rowsOn(spec, 1);
     ASSERT_EQ(one.size(), 45u);
-    EXPECT_EQ(run(3), one);
-    EXPECT_EQ(run(2), one);
+    EXPECT_EQ(rowsOn(spec, 3), one);
+    EXPECT_EQ(rowsOn(spec, 2), one);
 }
 
 // More files than the readers' queue holds: the job waits for stretches of
@@ -276,20 +278,11 @@ TEST(ListThreads, AQueueFullManyTimesOverKeepsOrderAndCells) {
     UserColumn h1;
     ASSERT_TRUE(parseUserColumn("[H1 Heading];[<h1>];[</h1>];[];[];[];[];[H1]", h1));
     h1.def.colType = 27;
-    auto run = [&](int threads) {
-        RowTable table;
-        JobContext job;
-        ListJobSpec spec = specFor("{" + dir.str() + "/ <*+>}", {4, 1, 10, 26, 15, 27}, {h1});
-        spec.contentThreads = threads;
-        EXPECT_TRUE(FindAndListFiles(spec, job, table));
-        std::vector<std::vector<std::string>> rows;
-        for (const Row& r : table.rows()) rows.push_back(r.cells);
-        return rows;
-    };
-    const auto one = run(1);
+    const ListJobSpec all = specFor("{" + dir.str() + "/ <*+>}", {4, 1, 10, 26, 15, 27}, {h1});
+    const auto one = rowsOn(all, 1);
     ASSERT_EQ(one.size(), 1301u);
-    EXPECT_EQ(run(2), one);
-    EXPECT_EQ(run(3), one);
+    EXPECT_EQ(rowsOn(all, 2), one);
+    EXPECT_EQ(rowsOn(all, 3), one);
     RowTable table;
     JobContext job;
     ListJobSpec spec = specFor("{" + dir.str() + "/ <*+>}", {1, 10, 27}, {h1});
