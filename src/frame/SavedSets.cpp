@@ -283,20 +283,30 @@ std::vector<std::string> columnChangeLines(const std::string& oldList, const std
             "[Selected for next read: " + shown + "]"};
 }
 
-SavedSetResult saveSetAs(SavedSetContext& ctx, SavedKind kind) {
-    SavedSetResult result;
-    const std::string name = askNewName(ctx, kind);
-    if (name.empty()) {
-        result.results.emplace_back(kSavedCancelled);
-        return result;
-    }
+namespace {
+
+// The set written under `name`, counted and marked as the one in use.
+SavedSetResult storeSet(SavedSetContext& ctx, SavedKind kind, const std::string& name) {
     writeSet(ctx, kind, name);
     countUse(ctx, kind, name);
     markInUse(ctx, kind, name, true);
+    SavedSetResult result;
     result.done = true;
     result.name = name;
     result.results.push_back(doneText(name));
     return result;
+}
+
+}  // namespace
+
+SavedSetResult saveSetAs(SavedSetContext& ctx, SavedKind kind) {
+    const std::string name = askNewName(ctx, kind);
+    if (name.empty()) {
+        SavedSetResult result;
+        result.results.emplace_back(kSavedCancelled);
+        return result;
+    }
+    return storeSet(ctx, kind, name);
 }
 
 SavedSetResult saveSet(SavedSetContext& ctx, SavedKind kind) {
@@ -310,13 +320,7 @@ SavedSetResult saveSet(SavedSetContext& ctx, SavedKind kind) {
         return result;
     }
     keepListed(ctx, kind, name);
-    writeSet(ctx, kind, name);
-    countUse(ctx, kind, name);
-    markInUse(ctx, kind, name, true);
-    result.done = true;
-    result.name = name;
-    result.results.push_back(doneText(name));
-    return result;
+    return storeSet(ctx, kind, name);
 }
 
 SavedSetResult getSavedSet(SavedSetContext& ctx, SavedKind kind) {
