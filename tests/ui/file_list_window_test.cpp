@@ -16,6 +16,7 @@
 
 #include "frame/WindowStore.h"
 #include "settings/IniStore.h"
+#include "support/NextBoxAnswer.h"
 #include "support/TempDir.h"
 #include "ui/AppCommands.h"
 #include "ui/AppContext.h"
@@ -66,22 +67,7 @@ void listFilesOf(ui::FileListWindow* w, const std::filesystem::path& dir) {
     w->save("List Dirs", "0");
 }
 
-// Answers the next message box with the button whose caption contains `caption`.
-void answerNextBox(const QString& caption, QString* seen = nullptr) {
-    QTimer::singleShot(0, [caption, seen] {
-        if (!QTest::qWaitFor([] { return qobject_cast<ui::MessageBoxDialog*>(QApplication::activeModalWidget()); }, 5000))
-            return;
-        auto* box = qobject_cast<ui::MessageBoxDialog*>(QApplication::activeModalWidget());
-        if (!box) return;
-        if (seen)
-            for (QLabel* label : box->findChildren<QLabel*>()) *seen += label->text() + '\n';
-        for (QAbstractButton* b : box->findChildren<QAbstractButton*>())
-            if (b->text().remove('&').contains(caption)) {
-                b->click();
-                return;
-            }
-    });
-}
+using tavtest::answerNextBox;
 
 }  // namespace
 

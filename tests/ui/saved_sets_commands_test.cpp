@@ -12,6 +12,7 @@
 #include "frame/WindowStore.h"
 #include "settings/IniStore.h"
 #include "support/ScriptedHost.h"
+#include "support/NextBoxAnswer.h"
 #include "support/TempDir.h"
 #include "ui/AppCommands.h"
 #include "ui/AppContext.h"
@@ -40,20 +41,7 @@ struct Run {
     ui::FileListWindow* active() const { return window ? window->activeListWindow() : nullptr; }
 };
 
-// Presses the button whose caption holds `caption` on the next message box.
-void answerNextBox(const QString& caption) {
-    QTimer::singleShot(0, [caption] {
-        if (!QTest::qWaitFor([] { return qobject_cast<ui::MessageBoxDialog*>(QApplication::activeModalWidget()); },
-                             5000))
-            return;
-        auto* box = qobject_cast<ui::MessageBoxDialog*>(QApplication::activeModalWidget());
-        for (QAbstractButton* b : box->findChildren<QAbstractButton*>())
-            if (b->text().remove('&').contains(caption)) {
-                b->click();
-                return;
-            }
-    });
-}
+using tavtest::answerNextBox;
 
 }  // namespace
 
