@@ -36,6 +36,14 @@ std::vector<MessageBoxDialog*> openBoxes() {
 
 QLineEdit* nameEdit(MessageBoxDialog* box) { return qobject_cast<QLineEdit*>(box->control(1)); }
 
+// Once the event loop runs: the first button of the one box that shows.
+void pressFirstButtonLater() {
+    QTimer::singleShot(0, [] {
+        QTRY_COMPARE(openBoxes().size(), size_t{1});
+        QTest::mouseClick(openBoxes().front()->button(1), Qt::LeftButton);
+    });
+}
+
 }  // namespace
 
 class MessageBoxNoHideTest : public QObject {
@@ -226,10 +234,7 @@ void MessageBoxNoHideTest::secondInstanceRebuildsTheKeptBoxInItsPlace() {
 void MessageBoxNoHideTest::secondInstanceShowsTheValidationText() {
     ui::QtMessageHost host;
     MessageRequest r = nameRequest("NoHide|");
-    QTimer::singleShot(0, [&] {
-        QTRY_COMPARE(openBoxes().size(), size_t{1});
-        QTest::mouseClick(openBoxes().front()->button(1), Qt::LeftButton);
-    });
+    pressFirstButtonLater();
     QCOMPARE(host.show(r), 1);
     MessageBoxDialog* first = host.keptBox();
     r.options = "{NoHide=Too short.|0|-1}|";
@@ -290,10 +295,7 @@ void MessageBoxNoHideTest::removeOthersTakesTheBoxesOfOtherHosts() {
 void MessageBoxNoHideTest::aBoxNotShownEndsTheCycle() {
     ui::QtMessageHost host;
     MessageRequest r = nameRequest("NoHide|");
-    QTimer::singleShot(0, [&] {
-        QTRY_COMPARE(openBoxes().size(), size_t{1});
-        QTest::mouseClick(openBoxes().front()->button(1), Qt::LeftButton);
-    });
+    pressFirstButtonLater();
     QCOMPARE(host.show(r), 1);
     // Not shown, but with NoHide: the kept box stays.
     MessageRequest kept{"", "0", "No show|NoHide|", {}, {}, {}, {}};
