@@ -16,6 +16,7 @@
 
 #include "frame/WindowStore.h"
 #include "settings/IniStore.h"
+#include "support/AppRun.h"
 #include "support/NextBoxAnswer.h"
 #include "support/TempDir.h"
 #include "ui/AppCommands.h"
@@ -38,24 +39,7 @@ void writeFile(const std::filesystem::path& path, const std::string& bytes) {
     std::ofstream(path, std::ios::binary) << bytes;
 }
 
-// A program run: the engine on the data directory and the main window with
-// the windows of the last run.
-struct Run {
-    ui::AppContext context;
-    std::unique_ptr<ui::MainWindow> window;
-    explicit Run(const std::string& data) {
-        if (!context.open(data, "")) return;
-        window = std::make_unique<ui::MainWindow>(context);
-        context.host().setParent(window.get());
-        if (!window->loadWindows()) {
-            window.reset();
-            return;
-        }
-        window->resize(1000, 700);
-        window->show();
-    }
-    ui::FileListWindow* active() const { return window ? window->activeListWindow() : nullptr; }
-};
+using Run = tavtest::AppRun;
 
 bool waitForRefresh(ui::FileListWindow* w, int ms = 20000) {
     return QTest::qWaitFor([w] { return !w->refreshing(); }, ms);

@@ -12,6 +12,7 @@
 #include "frame/WindowStore.h"
 #include "settings/IniStore.h"
 #include "support/ScriptedHost.h"
+#include "support/AppRun.h"
 #include "support/NextBoxAnswer.h"
 #include "support/TempDir.h"
 #include "ui/AppCommands.h"
@@ -25,21 +26,7 @@ using namespace tav;
 
 namespace {
 
-struct Run {
-    ui::AppContext context;
-    std::unique_ptr<ui::MainWindow> window;
-    explicit Run(const std::string& data) {
-        if (!context.open(data, "")) return;
-        window = std::make_unique<ui::MainWindow>(context);
-        context.host().setParent(window.get());
-        if (!window->loadWindows()) {
-            window.reset();
-            return;
-        }
-        window->show();
-    }
-    ui::FileListWindow* active() const { return window ? window->activeListWindow() : nullptr; }
-};
+using Run = tavtest::AppRun;
 
 using tavtest::answerNextBox;
 
